@@ -1,0 +1,383 @@
+#include "shader_desc.h"
+
+#include "shader_desc_text.h"
+#include "utils.h"
+#include "utils_host_memory.h"
+
+#include <PRM/PRM_Conditional.h>
+#include <PRM/PRM_Default.h>
+#include <PRM/PRM_Name.h>
+
+#include <climits>
+#include <cmath>
+#include <limits>
+
+namespace zelk
+{
+namespace shop
+{
+
+namespace
+{
+
+const char* const python_prefix = "python:";
+
+/// Replaces each two-character `\n` by a newline.
+std::string unescapeNewlines(std::string text)
+{
+    std::string::size_type at = 0;
+    while ((at = text.find("\\n", at)) != std::string::npos)
+        text.replace(at++, 2, "\n");
+    return text;
+}
+
+typedef std::vector<std::pair<std::string, std::string>> MenuItems;
+
+MenuItems menuOfEnum(const KtParamEntry* param, bool capitalize)
+{
+    MenuItems items;
+    const char** names = KrParamGetEnum(param);
+    for (; names && *names; ++names)
+        items.push_back(std::make_pair(*names, prettyLabel(*names, capitalize)));
+    return items;
+}
+
+/// Complete pairs of token and label; a lone last text is dropped.
+MenuItems menuOfPairs(const std::vector<std::string>& texts)
+{
+    MenuItems items;
+    for (std::size_t i = 0; i + 1 < texts.size(); i += 2)
+    {
+        std::string label = texts[i + 1];
+        // Deliberate: only the first escape of a label becomes a tab. See
+        // MenuOfParameter.KeepsTheSecondTabEscape.
+        replace(label, "\\t", "\t");
+        items.push_back(std::make_pair(texts[i], label));
+    }
+    return items;
+}
+
+/// One value as host defaults: numbers and, for some types, a text. A null text is left out.
+struct DefaultValues
+{
+    DefaultValues() : count(0), text(nullptr) {}
+
+    void set(double value) { numbers[count++] = value; }
+    void set(const float* values, int size)
+    {
+        for (int i = 0; i < size; ++i)
+            set(values[i]);
+    }
+
+    double numbers[16];
+    int count;
+    const char* text;
+};
+
+/// First element of an array with values, in the record form of a plain value. `matrix` holds a matrix that
+/// the record points to.
+KtParamValue firstElement(const KtArray* array, int type, KtMatrix& matrix)
+{
+    KtParamValue value = KtParamValue();
+    switch (type)
+    {
+    case KR_TYPE_BYTE:
+        value.byte_ = KrArrayGetByteFunc(array, 0, __FILE__, __LINE__);
+        break;
+    case KR_TYPE_INT:
+    case KR_TYPE_ENUM:
+        value.int_ = KrArrayGetIntFunc(array, 0, __FILE__, __LINE__);
+        break;
+    case KR_TYPE_UINT:
+        value.uint_ = KrArrayGetUIntFunc(array, 0, __FILE__, __LINE__);
+        break;
+    case KR_TYPE_BOOLEAN:
+        value.bool_ = KrArrayGetBoolFunc(array, 0, __FILE__, __LINE__);
+        break;
+    case KR_TYPE_FLOAT:
+        value.flt = KrArrayGetFltFunc(array, 0, __FILE__, __LINE__);
+        break;
+    case KR_TYPE_RGB:
+        value.rgb = KrArrayGetRGBFunc(array, 0, __FILE__, __LINE__);
+        break;
+    case KR_TYPE_RGBA:
+        value.rgba = KrArrayGetRGBAFunc(array, 0, __FILE__, __LINE__);
+        break;
+    case KR_TYPE_VECTOR:
+        value.vec = KrArrayGetVecFunc(array, 0, __FILE__, __LINE__);
+        break;
+    case KR_TYPE_POINT:
+        value.pnt = KrArrayGetPntFunc(array, 0, __FILE__, __LINE__);
+        break;
+    case KR_TYPE_POINT2:
+        value.pnt2 = KrArrayGetPnt2Func(array, 0, __FILE__, __LINE__);
+        break;
+    case KR_TYPE_STRING:
+        value.str = KrArrayGetStrFunc(array, 0, __FILE__, __LINE__);
+        break;
+    case KR_TYPE_MATRIX:
+        matrix = KrArrayGetMtxFunc(array, 0, __FILE__, __LINE__);
+        value.mtx = &matrix;
+        break;
+    default:
+        break;
+    }
+    return value;
+}
+
+bool hasValues(const KtArray* array) { return array && array->nelements * array->nkeys != 0; }
+
+/// The value that the defaults are read from: an array's first element, or the record itself. An empty
+/// array's record holds no value of the element type, so zeros stand for it.
+KtParamValue sourceValue(const ParmDesc& parm, int type, KtMatrix& matrix)
+{
+    if (!parm.isArray)
+        return parm.defaultValue;
+    return hasValues(parm.defaultValue.array) ? firstElement(parm.defaultValue.array, type, matrix)
+                                              : KtParamValue();
+}
+
+const char* enumToken(const ParmDesc& parm, int index)
+{
+    const bool inMenu = index >= 0 && static_cast<std::size_t>(index) < parm.menuItems.size();
+    return inMenu ? parm.menuItems[index].first.c_str() : nullptr;
+}
+
+DefaultValues readValue(const ParmDesc& parm, int type, const KtParamValue& value)
+{
+    DefaultValues values;
+    switch (type)
+    {
+    case KR_TYPE_BYTE:
+        values.set(value.byte_);
+        break;
+    case KR_TYPE_BOOLEAN:
+        values.set(value.bool_ ? 1 : 0);
+        break;
+    case KR_TYPE_INT:
+    case KR_TYPE_UINT: // the host's integers are signed: the upper half comes out negative
+        values.set(value.int_);
+        break;
+    case KR_TYPE_FLOAT:
+        values.set(value.flt);
+        break;
+    case KR_TYPE_RGB:
+        values.set(&value.rgb.r, 3);
+        break;
+    case KR_TYPE_RGBA:
+        values.set(&value.rgba.r, 4);
+        break;
+    case KR_TYPE_VECTOR:
+    case KR_TYPE_POINT:
+        values.set(&value.vec.x, 3);
+        break;
+    case KR_TYPE_POINT2:
+        values.set(&value.pnt2.x, 2);
+        break;
+    case KR_TYPE_MATRIX:
+        if (value.mtx)
+            values.set(&value.mtx->m[0][0], 16);
+        break;
+    case KR_TYPE_STRING:
+        values.text = leakTextForHost(value.str ? value.str : "");
+        break;
+    case KR_TYPE_ENUM:
+        values.set(value.int_);
+        values.text = enumToken(parm, value.int_);
+        break;
+    default:
+        break;
+    }
+    return values;
+}
+
+/// Text shown for a type that has no value to show; null for the others. Types that the renderer should not
+/// have sent are reported.
+const char* complaintAboutType(const ParmDesc& parm, int type)
+{
+    if (type == KR_TYPE_POINTER)
+        return "Unhandled parameter type: KR_TYPE_POINTER";
+    if (type == KR_TYPE_ARRAY)
+        return "Unhandled parameter type: KR_TYPE_ARRAY";
+    if (type == KR_TYPE_UNDEFINED)
+    {
+        KrMsgError("[zelk::shop::ParmDesc] Undefined parameter type for %s", parm.name.c_str());
+        return "Undefined parameter type";
+    }
+    if (type > KR_TYPE_ENUM)
+    {
+        KrMsgError("[zelk::shop::ParmDesc] Unknown parameter type for %s", parm.name.c_str());
+        return "Unknown parameter type";
+    }
+    return nullptr;
+}
+
+} // namespace
+
+ParmDesc::ParmDesc()
+    : defaultValue(),
+      hasDefault(false),
+      vopType(VOP_TYPE_UNDEF),
+      expressionLanguage(0),
+      type(-1),
+      index(INT_MAX),
+      order(INT_MAX),
+      isExtra(false),
+      invisible(false),
+      noMenuCaps(false),
+      noInput(false),
+      isArray(false),
+      joinNext(false),
+      noLabel(false),
+      min(std::numeric_limits<float>::quiet_NaN()),
+      max(min),
+      softMin(min),
+      softMax(min)
+{
+}
+
+void ParmDesc::init(const KtNodeEntry* entry, const KtParamEntry* param)
+{
+    readType(param);
+    readTexts(entry);
+    readFlags(entry);
+    readRange(entry);
+    readMenu(entry, param);
+    readExpression(entry);
+}
+
+void ParmDesc::readType(const KtParamEntry* param)
+{
+    name = KrParamGetName(param);
+    type = KrParamGetType(param);
+    if (const KtParamValue* value = KrParamGetDefault(param))
+    {
+        defaultValue = *value;
+        hasDefault = true;
+    }
+
+    isArray = type == KR_TYPE_ARRAY;
+    // An array without a record has no element type to show: it stays an array of what nobody knows.
+    if (isArray && defaultValue.array)
+        type = defaultValue.array->type;
+    vopType = shop::vopType(type);
+}
+
+void ParmDesc::readTexts(const KtNodeEntry* entry)
+{
+    label = getParmMetaDataStr(entry, name, "houdini.label", prettyLabel(name, true));
+    help = getParmMetaDataStr(entry, name, "desc", "");
+    houdiniType = getParmMetaDataStr(entry, name, "houdini.type", "");
+    disableWhen = getParmMetaDataStr(entry, name, "houdini.disable_when", "");
+    hideWhen = getParmMetaDataStr(entry, name, "houdini.hide_when", "");
+    menuScript = unescapeNewlines(getParmMetaDataStr(entry, name, "houdini.menu_script", ""));
+    callback = getParmMetaDataStr(entry, name, "houdini.callback", "");
+}
+
+void ParmDesc::readFlags(const KtNodeEntry* entry)
+{
+    invisible = getParmMetaDataBool(entry, name, "houdini.invisible", false);
+    noMenuCaps = getParmMetaDataBool(entry, name, "houdini.no_menu_caps", false);
+    joinNext = getParmMetaDataBool(entry, name, "houdini.join_next", false);
+    noLabel = getParmMetaDataBool(entry, name, "houdini.no_label", false);
+    // What the renderer cannot link gets no input unless the metadata insists.
+    const bool linkable = getParmMetaDataBool(entry, name, "linkable", true);
+    noInput = getParmMetaDataBool(entry, name, "houdini.no_input", !linkable);
+}
+
+void ParmDesc::readRange(const KtNodeEntry* entry)
+{
+    const float none = std::numeric_limits<float>::quiet_NaN();
+    min = getParmMetaDataFlt(entry, name, "min", none);
+    max = getParmMetaDataFlt(entry, name, "max", none);
+    softMin = getParmMetaDataFlt(entry, name, "softmin", 0.0f);
+    softMax = getParmMetaDataFlt(entry, name, "softmax", 1.0f);
+}
+
+void ParmDesc::readMenu(const KtNodeEntry* entry, const KtParamEntry* param)
+{
+    const std::string menu = getParmMetaDataStr(entry, name, "houdini.menu", "");
+    const std::vector<std::string> texts = split(menu.c_str(), ';', true);
+    if (!texts.empty())
+        menuItems = menuOfPairs(texts);
+    else if (type == KR_TYPE_ENUM)
+        menuItems = menuOfEnum(param, !noMenuCaps);
+
+    if (texts.size() % 2 != 0)
+        KrMsgError("[zelk::shop::ParmDesc] Odd number of items in menu metadata for %s.%s",
+                   KrNodeEntryGetName(entry), name.c_str());
+}
+
+void ParmDesc::readExpression(const KtNodeEntry* entry)
+{
+    expression = getParmMetaDataStr(entry, name, "houdini.expression", "");
+    if (expression.empty())
+        return;
+    const bool isPython = startsWith(expression.c_str(), python_prefix);
+    if (isPython)
+        replace(expression, python_prefix, "");
+    // Deliberate: "hscript:" stays in an expression; only callbacks know that prefix.
+    expressionLanguage = isPython ? CH_PYTHON_EXPRESSION : CH_OLD_EXPRESSION;
+}
+
+PRM_ConditionalBase* ParmDesc::getConditional() const
+{
+    if (disableWhen.empty() && hideWhen.empty())
+        return nullptr;
+    PRM_ConditionalGroup* group = leakForHost<PRM_ConditionalGroup>();
+    if (!disableWhen.empty())
+        group->addConditional(disableWhen.c_str(), PRM_CONDTYPE_DISABLE);
+    if (!hideWhen.empty())
+        group->addConditional(hideWhen.c_str(), PRM_CONDTYPE_HIDE);
+    return group;
+}
+
+PRM_Default* ParmDesc::getDefault() const
+{
+    const int code = typeCode();
+    PRM_Default* defaults = leakArrayForHost<PRM_Default>(vectorSize(code));
+    if (const char* complaint = complaintAboutType(*this, code))
+    {
+        defaults[0].setString(complaint);
+        return defaults;
+    }
+    if (!hasDefault)
+        return defaults;
+
+    KtMatrix matrix;
+    const DefaultValues values = readValue(*this, code, sourceValue(*this, code, matrix));
+    for (int i = 0; i < values.count; ++i)
+        defaults[i].setFloat(values.numbers[i]);
+    if (values.text)
+        defaults[0].setString(values.text);
+    return defaults;
+}
+
+PRM_Name* ParmDesc::getMenuNames() const
+{
+    std::vector<PRM_Name> names;
+    for (const auto& item : menuItems)
+        names.push_back(PRM_Name(item.first.c_str(), item.second.c_str()));
+    return leakListForHost(names);
+}
+
+PRM_Range getRange(float min, float max, float softMin, float softMax)
+{
+    const bool restrictMin = !std::isnan(min), uiMin = !std::isnan(softMin);
+    const bool restrictMax = !std::isnan(max), uiMax = !std::isnan(softMax);
+    return PRM_Range(restrictMin ? PRM_RANGE_RESTRICTED
+                     : uiMin     ? PRM_RANGE_UI
+                                 : PRM_RANGE_FREE,
+                     restrictMin ? min
+                     : uiMin     ? softMin
+                                 : 0.0f,
+                     restrictMax ? PRM_RANGE_RESTRICTED
+                     : uiMax     ? PRM_RANGE_UI
+                                 : PRM_RANGE_FREE,
+                     restrictMax ? max
+                     : uiMax     ? softMax
+                                 : 1.0f);
+}
+
+} // namespace shop
+} // namespace zelk

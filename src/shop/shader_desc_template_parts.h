@@ -1,0 +1,50 @@
+#ifndef ZELK_SHOP_SHADER_DESC_TEMPLATE_PARTS_H
+#define ZELK_SHOP_SHADER_DESC_TEMPLATE_PARTS_H
+
+#include "shader_desc.h"
+
+#include <PRM/PRM_Type.h>
+
+#include <algorithm>
+#include <iterator>
+#include <string>
+
+// What the templates of renderer parameters and of extra parameters are made from alike.
+
+namespace zelk
+{
+namespace shop
+{
+
+/// Group that every parameter of ours is in; the host gives it no meaning.
+const int parm_group = 1;
+
+/// What the host's multi-parameter constructor calls the number of rows of the instance area.
+const int multi_rows = 1;
+
+/// The row of a table whose `word` is that word; null when there is none.
+template <typename Row, std::size_t N>
+const Row* findWord(const Row (&rows)[N], const std::string& word)
+{
+    const Row* row =
+        std::find_if(std::begin(rows), std::end(rows), [&word](const Row& r) { return word == r.word; });
+    return row == std::end(rows) ? nullptr : row;
+}
+
+/// The look that hides a label, when the description asks for it.
+inline PRM_TypeExtended labelLook(const ParmDesc& parm)
+{
+    return parm.noLabel ? PRM_TYPE_NO_LABEL : PRM_TYPE_NONE;
+}
+
+/// The help text as the host wants it: null for none.
+inline const char* helpOf(const ParmDesc& parm) { return parm.help.empty() ? nullptr : parm.help.c_str(); }
+
+/// Stores a callback script in a template's spare data. A leading "hscript:" or "python:" sets the language
+/// and is left out; without one the text is stored whole, in the host's default language.
+void storeCallbackScript(const std::string& script, PRM_SpareData& spare);
+
+} // namespace shop
+} // namespace zelk
+
+#endif

@@ -1,0 +1,314 @@
+#include "shader_desc.h"
+
+#include "shader_desc_template_parts.h"
+#include "shader_desc_text.h"
+#include "utils.h"
+#include "utils_host_memory.h"
+
+#include <PRM/PRM_Callback.h>
+#include <PRM/PRM_ChoiceList.h>
+#include <PRM/PRM_Default.h>
+#include <PRM/PRM_Name.h>
+#include <PRM/PRM_SpareData.h>
+#include <PRM/PRM_Template.h>
+
+#include <algorithm>
+#include <iterator>
+
+namespace zelk
+{
+namespace shop
+{
+
+namespace
+{
+
+// --- What one renderer type becomes -----------------------------------------------------------------------
+
+/// What a type is shown as. A string's and a visibility mask's sub-kinds are decided apart.
+struct KindRow
+{
+    int code;
+    const PRM_Type* type;
+    bool hasRange;
+};
+
+// A code without a row is shown as a read-only label.
+const KindRow kind_rows[] = {
+    {KR_TYPE_BYTE, &PRM_INT, true},       {KR_TYPE_INT, &PRM_INT, true},
+    {KR_TYPE_UINT, &PRM_INT, true},       {KR_TYPE_FLOAT, &PRM_FLT, true},
+    {KR_TYPE_RGB, &PRM_RGB, true},        {KR_TYPE_RGBA, &PRM_RGBA, true},
+    {KR_TYPE_VECTOR, &PRM_XYZ, true},     {KR_TYPE_POINT, &PRM_XYZ, true},
+    {KR_TYPE_POINT2, &PRM_FLT, true},     {KR_TYPE_MATRIX, &PRM_FLT, true},
+    {KR_TYPE_STRING, &PRM_STRING, false}, {KR_TYPE_NODE, &PRM_STRING, false},
+    {KR_TYPE_ENUM, &PRM_STRING, false},
+};
+
+const KindRow* findKind(int code)
+{
+    const KindRow* row = std::find_if(std::begin(kind_rows), std::end(kind_rows),
+                                      [code](const KindRow& r) { return r.code == code; });
+    return row == std::end(kind_rows) ? nullptr : row;
+}
+
+/// The kind, look and menu of one parameter's template.
+struct Look
+{
+    PRM_Type type;
+    PRM_TypeExtended extended;
+    PRM_ChoiceList* menu;
+};
+
+// --- Menus ------------------------------------------------------------------------------------------------
+
+struct MenuKindRow
+{
+    const char* word;
+    PRM_ChoiceListType type;
+};
+
+const MenuKindRow menu_kind_rows[] = {
+    {"replace", PRM_CHOICELIST_REPLACE},     {"toggle", PRM_CHOICELIST_TOGGLE},
+    {"append", PRM_CHOICELIST_APPEND},       {"wild", PRM_CHOICELIST_WILD},
+    {"exclusive", PRM_CHOICELIST_EXCLUSIVE}, {"single", PRM_CHOICELIST_SINGLE},
+};
+
+struct ScriptRow
+{
+    const char* word;
+    CH_ScriptLanguage language;
+};
+
+const ScriptRow script_rows[] = {
+    {"python", CH_PYTHON_SCRIPT},
+    {"hscript", CH_HSCRIPT},
+};
+
+/// Field `i` of a text split on ':', empty when there is none.
+std::string field(const std::vector<std::string>& fields, std::size_t i)
+{
+    return i < fields.size() ? fields[i] : std::string();
+}
+
+/// One menu serves every visibility mask. Item i stands for bit i; the unlabelled "unused" keeps the bits
+/// behind it in their places.
+PRM_ChoiceList* visibilityMenu()
+{
+    static PRM_Name items[] = {
+        PRM_Name("camera", "Camera"),
+        PRM_Name("shadow", "Shadow"),
+        PRM_Name("reflected", "Reflected"),
+        PRM_Name("refracted", "Refracted"),
+        PRM_Name("unused", ""),
+        PRM_Name("diffuse", "Diffuse"),
+        PRM_Name("glossy", "Glossy"),
+        PRM_Name(),
+    };
+    static PRM_ChoiceList menu(PRM_CHOICELIST_TOGGLE, items);
+    return &menu;
+}
+
+/// The menu that "menu:<kind>:<source>" asks for; null, after an error message, when either word is unknown.
+PRM_ChoiceList* describedMenu(const ParmDesc& parm)
+{
+    const std::vector<std::string> fields = split(parm.houdiniType.c_str(), ':', false);
+    const std::string kindWord = field(fields, 1), source = field(fields, 2);
+
+    const MenuKindRow* kind = findWord(menu_kind_rows, kindWord);
+    if (!kind)
+    {
+        KrMsgError("[zelk::shop::ParmDesc] Unhandled menu type: %s", kindWord.c_str());
+        return nullptr;
+    }
+    if (source == "menu")
+        return leakForHost<PRM_ChoiceList>(kind->type, parm.getMenuNames());
+
+    const ScriptRow* script = findWord(script_rows, source);
+    if (!script)
+    {
+        KrMsgError("[zelk::shop::ParmDesc] Unhandled menu script language: %s", source.c_str());
+        return nullptr;
+    }
+    return leakForHost<PRM_ChoiceList>(kind->type, parm.menuScript.c_str(), script->language);
+}
+
+// --- Looks ------------------------------------------------------------------------------------------------
+
+Look stringLook(const ParmDesc& parm, PRM_SpareData& spare)
+{
+    const char* kind = parm.houdiniType.c_str();
+    const std::vector<std::string> fields = split(kind, ':', false);
+    Look look = {PRM_STRING, labelLook(parm), nullptr};
+    if (parm.houdiniType == "file:image")
+    {
+        look.type = PRM_PICFILE;
+    }
+    else if (startsWith(kind, "file:"))
+    {
+        look.type = PRM_FILE;
+        spare.addTokenValue("filechooser_pattern", field(fields, 1).c_str());
+    }
+    else if (startsWith(kind, "menu:"))
+    {
+        look.menu = describedMenu(parm);
+    }
+    else if (startsWith(kind, "opfilter"))
+    {
+        look.extended = PRM_TYPE_DYNAMIC_PATH;
+        if (fields.size() == 2)
+            spare.addTokenValue("opfilter", fields[1].c_str());
+    }
+    return look;
+}
+
+Look toggleLook(const ParmDesc& parm)
+{
+    const Look look = {parm.joinNext && parm.noLabel ? PRM_JOINED_TOGGLE : PRM_TOGGLE, labelLook(parm),
+                       nullptr};
+    return look;
+}
+
+Look integerLook(const ParmDesc& parm)
+{
+    const bool isMask = parm.houdiniType == "visibility";
+    const Look look = {isMask ? PRM_BUTTONSTRIP : PRM_INT, labelLook(parm),
+                       isMask ? visibilityMenu() : nullptr};
+    return look;
+}
+
+Look enumLook(const ParmDesc& parm)
+{
+    const Look look = {PRM_STRING, labelLook(parm),
+                       leakForHost<PRM_ChoiceList>(PRM_CHOICELIST_SINGLE, parm.getMenuNames())};
+    return look;
+}
+
+Look lookOf(const ParmDesc& parm, PRM_SpareData& spare)
+{
+    switch (parm.typeCode())
+    {
+    case KR_TYPE_INT:
+        return integerLook(parm);
+    case KR_TYPE_BOOLEAN:
+        return toggleLook(parm);
+    case KR_TYPE_STRING:
+        return stringLook(parm, spare);
+    case KR_TYPE_ENUM:
+        return enumLook(parm);
+    default:
+        break;
+    }
+    const KindRow* row = findKind(parm.typeCode());
+    const Look look = {row ? *row->type : PRM_LABEL,
+                       parm.typeCode() == KR_TYPE_NODE ? PRM_TYPE_DYNAMIC_PATH : labelLook(parm), nullptr};
+    return look;
+}
+
+// --- Ranges and defaults ----------------------------------------------------------------------------------
+
+/// Bounds that a renderer type has whatever the metadata says; `!(a <= b)` also takes a NaN.
+void clampRange(const ParmDesc& parm)
+{
+    const int code = parm.typeCode();
+    if (code == KR_TYPE_BYTE && !(parm.max <= 255.0f))
+        parm.max = 255.0f;
+    if ((code == KR_TYPE_BYTE || code == KR_TYPE_UINT) && !(parm.min >= 0.0f))
+        parm.min = 0.0f;
+}
+
+PRM_Range* rangeOf(const ParmDesc& parm)
+{
+    const KindRow* row = findKind(parm.typeCode());
+    if (!row || !row->hasRange)
+        return nullptr;
+    clampRange(parm);
+    return leakForHost<PRM_Range>(getRange(parm.min, parm.max, parm.softMin, parm.softMax));
+}
+
+PRM_Default* defaultsOf(const ParmDesc& parm)
+{
+    PRM_Default* defaults = parm.getDefault();
+    if (!parm.expression.empty())
+    {
+        defaults[0].setString(parm.expression.c_str());
+        defaults[0].setStringMeaning(static_cast<CH_StringMeaning>(parm.expressionLanguage));
+    }
+    return defaults;
+}
+
+// --- Arrays -----------------------------------------------------------------------------------------------
+
+PRM_Name* elementName(const ParmDesc& parm)
+{
+    return leakForHost<PRM_Name>(leakTextForHost(parm.name + "_#"), leakTextForHost(parm.label + " #"));
+}
+
+/// The tab that an array's list stands in: it holds the one template that follows.
+PRM_Template* arrayFolder(const ParmDesc& parm)
+{
+    PRM_Template* folder =
+        leakForHost<PRM_Template>(PRM_SWITCHER, PRM_TYPE_NONE, PRM_Template::PRM_EXPORT_MIN, 1,
+                                  leakForHost<PRM_Name>(leakTextForHost(parm.name + "_group")),
+                                  leakForHost<PRM_Default>(1, parm.label.c_str()), nullptr, nullptr,
+                                  PRM_Callback(), &PRM_SpareData::groupTypeSimple, parm_group);
+    folder->setInvisible(parm.invisible);
+    folder->setJoinNext(parm.joinNext);
+    return folder;
+}
+
+PRM_Template* arrayList(const ParmDesc& parm, const PRM_Template& element, PRM_ConditionalBase* conditional)
+{
+    const KtArray* array = parm.defaultValue.array;
+    const double count = array ? array->nelements : 0;
+    return leakForHost<PRM_Template>(
+        PRM_MULTITYPE_LIST, leakListForHost(std::vector<PRM_Template>(1, element)),
+        PRM_Template::PRM_EXPORT_MIN, multi_rows, leakForHost<PRM_Name>(parm.name.c_str(), "Array Elements"),
+        leakForHost<PRM_Default>(count), nullptr, PRM_Callback(), nullptr, helpOf(parm), conditional);
+}
+
+} // namespace
+
+std::vector<PRM_Template*> ParmDesc::getTemplates() const
+{
+    // Deliberate: the callback belongs to this generator, not to one parameter. Once a parameter of any
+    // shader had a script, every later template made here carries it; without a script it does nothing. See
+    // CallbackSlot.StaysSetForEveryLaterParameter.
+    static PRM_Callback callback_func(0);
+
+    if (isExtra)
+        return std::vector<PRM_Template*>(1, getExtraTemplate());
+
+    PRM_SpareData* spare = leakForHost<PRM_SpareData>();
+    PRM_ConditionalBase* conditional = getConditional();
+    PRM_Range* range = rangeOf(*this);
+    const Look look = lookOf(*this, *spare);
+    PRM_Default* defaults = defaultsOf(*this);
+    if (!callback.empty())
+    {
+        storeCallbackScript(callback, *spare);
+        callback_func = PRM_Callback(parmCallback);
+    }
+
+    PRM_Name* parmName = isArray ? elementName(*this) : leakForHost<PRM_Name>(name.c_str(), label.c_str());
+    PRM_Template* parm = leakForHost<PRM_Template>(
+        look.type, look.extended, PRM_Template::PRM_EXPORT_MIN, shop::vectorSize(typeCode()), parmName,
+        defaults, look.menu, range, callback_func, spare, parm_group, helpOf(*this), conditional);
+    if (isArray)
+        return {arrayFolder(*this), arrayList(*this, *parm, conditional)};
+
+    parm->setInvisible(invisible);
+    parm->setJoinNext(joinNext);
+    return {parm};
+}
+
+PRM_Template* ShaderDesc::getTemplates() const
+{
+    std::vector<PRM_Template> templates;
+    for (const ParmDesc* parm : parms)
+        for (const PRM_Template* made : parm->getTemplates())
+            templates.push_back(*made);
+    return leakListForHost(templates);
+}
+
+} // namespace shop
+} // namespace zelk

@@ -1,0 +1,82 @@
+#include "shop.h"
+
+#include "utils_host_memory.h"
+#include "vop_shaders.h"
+
+#include <OP/OP_OperatorTable.h>
+#include <SHOP/SHOP_Operator.h>
+#include <SHOP/SHOP_OperatorInfo.h>
+
+#include <cstring>
+
+namespace
+{
+/// Release of the toolkit that the sources are written for.
+const char* const toolkit_version = "15.5";
+
+/// That release's compiler: GCC 4.8, as major * 100 + minor. The host refuses any other tag.
+const unsigned toolkit_compiler = 408;
+} // namespace
+
+void HoudiniDSOVersion(const char** version) { *version = toolkit_version; }
+
+unsigned HoudiniCompilerVersion() { return toolkit_compiler; }
+
+extern "C" SYS_VISIBILITY_EXPORT void newVopOperator(OP_OperatorTable* table)
+{
+    zelk::shop::registerShaders(table);
+}
+
+extern "C" SYS_VISIBILITY_EXPORT void newShopOperator(OP_OperatorTable* table)
+{
+    using zelk::shop::SHOP_KorvanMaterial;
+    table->addOperator(zelk::shop::leakForHost<SHOP_Operator>(
+                           "korvan_vopnet", "Korvan Shader Network", SHOP_KorvanMaterial::myConstructor,
+                           SHOP_KorvanMaterial::myTemplateList, 0u, 0u, nullptr,
+                           static_cast<unsigned>(OP_FLAG_MANAGER), static_cast<int>(SHOP_AUTOADD_ANY)),
+                       nullptr);
+}
+
+namespace zelk
+{
+namespace shop
+{
+
+PRM_Template SHOP_KorvanMaterial::myTemplateList[] = {PRM_Template()};
+
+bool OP_KorvanMaterialOperatorFilter::allowOperatorAsChild(OP_Operator* op)
+{
+    if (dynamic_cast<VOP_KorvanOperator*>(op))
+        return true;
+    const char* name = op->getName();
+    return std::strcmp(name, "subnet") == 0 || std::strcmp(name, "null") == 0;
+}
+
+OP_Node* SHOP_KorvanMaterial::myConstructor(OP_Network* net, const char* name, OP_Operator* op)
+{
+    return new SHOP_KorvanMaterial(net, name, op);
+}
+
+SHOP_KorvanMaterial::SHOP_KorvanMaterial(OP_Network* net, const char* name, OP_Operator* op)
+    : SHOP_Node(net, name, op, SHOP_SURFACE)
+{
+    setOperatorTable(createAndGetOperatorTable());
+}
+
+SHOP_KorvanMaterial::~SHOP_KorvanMaterial() {}
+
+OP_OperatorTable* SHOP_KorvanMaterial::createAndGetOperatorTable()
+{
+    OP_OperatorTable* table = OP_Network::getOperatorTable(VOP_TABLE_NAME, nullptr);
+    table->notifyUpdateTableSinksOfUpdate();
+    return table;
+}
+
+const char* SHOP_KorvanMaterial::getChildType() const { return VOP_OPTYPE_NAME; }
+
+OP_OpTypeId SHOP_KorvanMaterial::getChildTypeID() const { return VOP_OPTYPE_ID; }
+
+OP_OperatorFilter* SHOP_KorvanMaterial::getOperatorFilter() { return &m_filter; }
+
+} // namespace shop
+} // namespace zelk

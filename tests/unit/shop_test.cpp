@@ -1,0 +1,75 @@
+#include "standin_session.h"
+
+#include "shop.h"
+
+#include <PRM/PRM_ParmList.h>
+#include <SHOP/SHOP_OperatorInfo.h>
+
+using zelk::shop::SHOP_KorvanMaterial;
+
+TEST(EntryPoints, TellTheToolkitsVersionAndCompiler)
+{
+    const char* version = nullptr;
+    HoudiniDSOVersion(&version);
+    EXPECT_STREQ(version, "15.5");
+    EXPECT_EQ(HoudiniCompilerVersion(), 408u);
+}
+
+TEST(ShopTable, GetsTheContainerAndNothingElse)
+{
+    StandinSession session;
+    OP_OperatorTable* table = OP_Network::getOperatorTable("Shop");
+    const int before = table->entries();
+    newShopOperator(table);
+
+    EXPECT_EQ(table->entries(), before + 1);
+    OP_Operator* op = table->getOperator("korvan_vopnet");
+    ASSERT_NE(op, nullptr);
+    EXPECT_STREQ(op->getEnglish(), "Korvan Shader Network");
+    EXPECT_EQ(op->getMinSources(), 0u);
+    EXPECT_EQ(op->getMaxSources(), 0u);
+    EXPECT_EQ(op->getFlags(), 0x10u);
+    EXPECT_TRUE(op->getParmTemplates()->getType() == PRM_LIST_TERMINATOR);
+}
+
+TEST(Container, HoldsVopNodesOfTheHostsTable)
+{
+    StandinSession session;
+    session.registerAll();
+    OP_Network& net = session.container();
+
+    EXPECT_STREQ(net.getChildType(), "VOP");
+    EXPECT_EQ(net.getChildTypeID(), 10);
+    EXPECT_EQ(net.getOperatorTable(), OP_Network::getOperatorTable("Vop"));
+    EXPECT_EQ(SHOP_KorvanMaterial::createAndGetOperatorTable(), OP_Network::getOperatorTable("Vop"));
+    EXPECT_EQ(net.getNumParms(), 0);
+}
+
+TEST(Container, TakesOurNodesAndTheHostsPlainOnesOnly)
+{
+    StandinSession session;
+    session.renderer.shader("noise");
+    session.registerAll();
+    OP_Network& net = session.container();
+
+    EXPECT_NE(net.createNode("korvan::noise"), nullptr);
+    EXPECT_NE(net.createNode("subnet"), nullptr);
+    EXPECT_NE(net.createNode("null"), nullptr);
+    EXPECT_EQ(net.createNode("add"), nullptr);
+    EXPECT_EQ(net.createNode("subinput"), nullptr) << "names that merely begin alike";
+}
+
+TEST(Container, OffersItsNodesInTheTabMenuAndNobodyElseDoes)
+{
+    StandinSession session;
+    session.renderer.shader("noise").metaData("houdini.category", "Texture");
+    session.registerAll();
+
+    Names inside, outside;
+    for (const standin::TabEntry& entry : standin::tabMenu(session.container()))
+        inside.push_back(entry.subMenu + "/" + entry.name);
+    for (const standin::TabEntry& entry : standin::tabMenu(*OPgetDirector()->getManager("vex")))
+        outside.push_back(entry.name);
+    EXPECT_THAT(inside, ::testing::UnorderedElementsAre("Texture/korvan::noise", "/subnet", "/null"));
+    EXPECT_THAT(outside, ::testing::Not(::testing::Contains("korvan::noise")));
+}
