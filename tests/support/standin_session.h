@@ -18,9 +18,6 @@
 #include <fstream>
 #include <string>
 
-extern "C" void newVopOperator(OP_OperatorTable* table);
-extern "C" void newShopOperator(OP_OperatorTable* table);
-
 /// A folder of its own, gone with the object.
 class TemporaryFolder
 {

@@ -2,8 +2,10 @@
 
 #include "shop.h"
 
-#include <PRM/PRM_ParmList.h>
 #include <SHOP/SHOP_OperatorInfo.h>
+#include <VOP/VOP_Operator.h>
+
+#include <gmock/gmock.h>
 
 using zelk::shop::SHOP_KorvanMaterial;
 
@@ -56,7 +58,21 @@ TEST(Container, TakesOurNodesAndTheHostsPlainOnesOnly)
     EXPECT_NE(net.createNode("subnet"), nullptr);
     EXPECT_NE(net.createNode("null"), nullptr);
     EXPECT_EQ(net.createNode("add"), nullptr);
-    EXPECT_EQ(net.createNode("subinput"), nullptr) << "names that merely begin alike";
+    EXPECT_EQ(net.createNode("subinput"), nullptr);
+}
+
+TEST(Container, TakesThePlainNodesByTheirExactNames)
+{
+    StandinSession session;
+    session.registerAll();
+    OP_OperatorTable* table = OP_Network::getOperatorTable("Vop");
+    zelk::shop::OP_KorvanMaterialOperatorFilter filter;
+    EXPECT_TRUE(filter.allowOperatorAsChild(table->getOperator("null")));
+    for (const char* name : {"null2", "subnets", "nul", ""})
+    {
+        VOP_Operator other(name, "Other", nullptr, nullptr, 0, 0, "*");
+        EXPECT_FALSE(filter.allowOperatorAsChild(&other)) << name;
+    }
 }
 
 TEST(Container, OffersItsNodesInTheTabMenuAndNobodyElseDoes)

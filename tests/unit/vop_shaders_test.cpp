@@ -2,9 +2,7 @@
 
 #include "shader_desc.h"
 
-#include <VOP/VOP_OperatorInfo.h>
-
-#include <typeinfo>
+#include <gmock/gmock.h>
 
 using namespace zelk::shop;
 
