@@ -6,6 +6,8 @@
 #include <PRM/PRM_Conditional.h>
 #include <PRM/PRM_Range.h>
 
+#include <ostream>
+
 using namespace zelk::shop;
 
 namespace
@@ -51,6 +53,8 @@ struct KindCase
     int size;
     bool hasRange;
 };
+
+void PrintTo(const KindCase& c, std::ostream* out) { *out << "code " << c.code; }
 
 class KindOfTemplate : public ::testing::TestWithParam<KindCase>
 {
@@ -194,6 +198,8 @@ struct MenuCase
     int type;
     int language; // -1: a static menu
 };
+
+void PrintTo(const MenuCase& c, std::ostream* out) { *out << c.houdiniType; }
 
 class MenuTemplate : public ::testing::TestWithParam<MenuCase>
 {

@@ -3,6 +3,8 @@
 #include "shader_desc.h"
 #include "shader_desc_cache.h"
 
+#include <ostream>
+
 using namespace zelk::shop;
 
 namespace
@@ -355,6 +357,8 @@ struct LodCase
     int letter;
 };
 
+void PrintTo(const LodCase& c, std::ostream* out) { *out << '"' << c.text << '"'; }
+
 class LevelOfDetail : public ::testing::TestWithParam<LodCase>
 {
 };
@@ -390,6 +394,8 @@ struct OutputCase
     int connector;
     Names tokens;
 };
+
+void PrintTo(const OutputCase& c, std::ostream* out) { *out << "type " << c.type; }
 
 class OutputsOfShader : public ::testing::TestWithParam<OutputCase>
 {
@@ -437,6 +443,8 @@ struct ShaderTypeCase
     int connector;
     const char* token;
 };
+
+void PrintTo(const ShaderTypeCase& c, std::ostream* out) { *out << c.type; }
 
 class OutputOfShaderType : public ::testing::TestWithParam<ShaderTypeCase>
 {

@@ -4,6 +4,7 @@
 
 #include <clocale>
 #include <cmath>
+#include <ostream>
 
 using namespace zelk::shop;
 
@@ -123,6 +124,8 @@ struct LabelCase
     const char* plain;
 };
 
+void PrintTo(const LabelCase& c, std::ostream* out) { *out << '"' << c.text << '"'; }
+
 class Labels : public ::testing::TestWithParam<LabelCase>
 {
 };
@@ -168,6 +171,8 @@ struct TypeCase
     int connector;
     int components;
 };
+
+void PrintTo(const TypeCase& c, std::ostream* out) { *out << "code " << c.code; }
 
 class Types : public ::testing::TestWithParam<TypeCase>
 {
