@@ -57,7 +57,8 @@ typedef struct KtPoint2 { float x, y; } KtPoint2;
 typedef struct KtMatrix { float m[4][4]; } KtMatrix; /* row by row */
 typedef struct KtArray KtArray;
 
-/* One parameter value: 16 bytes, the member that counts is told by the parameter's type. */
+/* One parameter value: 16 bytes, the member that counts is told by the parameter's type. To zero all of it in C++
+ * write KtParamValue(): "= {}" is bound to clear the first member only. */
 typedef union KtParamValue
 {
     uint8_t byte_;
@@ -108,7 +109,8 @@ KR_EXPORT void KrBegin(void);
 KR_EXPORT void KrEnd(void);
 
 /* Loads the plug-ins (*.so, by name) of one directory or of a ':'-separated list. Null or empty: nothing.
- * A plug-in that does not load is reported as an error and skipped. */
+ * A plug-in that does not load is reported as an error and skipped, a directory that cannot be read as a warning;
+ * a plug-in that is loaded already is passed over. */
 KR_EXPORT void KrLoadPlugins(const char* path);
 
 /* Loads one .mtd file (TOML). False after an error message with file, line and column, and then the file
@@ -165,7 +167,8 @@ KR_EXPORT void KrMetaDataIteratorDestroy(KtMetaDataIterator* iterator);
 
 /* --- Arrays ----------------------------------------------------------------------------------------- */
 
-/* A zeroed array; destroy it with KrArrayDestroy(). */
+/* A zeroed array; destroy it with KrArrayDestroy(). Null, after an error message, when there is no memory for it.
+ * The texts of an array of texts stay the caller's. */
 KR_EXPORT KtArray* KrArrayAllocate(uint32_t nelements, uint8_t nkeys, uint8_t type);
 KR_EXPORT void KrArrayDestroy(KtArray* array);
 

@@ -2,7 +2,7 @@
  *
  * A plug-in is a shared object in a "korvan/plugins" directory that exports KrPluginDeclare(). The calls below
  * also work from any other code while the renderer runs; such entries have no file unless one is given.
- * All texts and values are copied. */
+ * All texts and values are copied. A null `node`, as a refused declaration gives, is passed over silently. */
 #ifndef KR_PLUGIN_H
 #define KR_PLUGIN_H
 
@@ -30,7 +30,11 @@ KR_EXPORT bool KrDeclareParam(KtNodeDecl* node, const char* name, int type, cons
 /* Adds a KR_TYPE_ENUM parameter; `items` ends with a null pointer. The default is not checked. */
 KR_EXPORT bool KrDeclareEnum(KtNodeDecl* node, const char* name, const char* const* items, int defaultIndex);
 
-/* Sets metadata of the entry (param null) or of one parameter. A key set again keeps its place. */
+/* Gives a KR_TYPE_ENUM parameter that KrDeclareParam() has added its items: for one without a default. */
+KR_EXPORT void KrDeclareItems(KtNodeDecl* node, const char* param, const char* const* items);
+
+/* Sets metadata of the entry (param null) or of one parameter. A key set again keeps its place. A parameter that
+ * is not declared yet gets a warning and nothing else. */
 KR_EXPORT void KrDeclareMetaDataStr(KtNodeDecl* node, const char* param, const char* key, const char* value);
 KR_EXPORT void KrDeclareMetaDataBool(KtNodeDecl* node, const char* param, const char* key, bool value);
 KR_EXPORT void KrDeclareMetaDataFlt(KtNodeDecl* node, const char* param, const char* key, float value);

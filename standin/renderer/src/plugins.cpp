@@ -1,0 +1,128 @@
+// Opening plug-ins.
+#include "universe.h"
+
+#include <dlfcn.h>
+
+#include <algorithm>
+#include <exception>
+#include <filesystem>
+#include <sstream>
+#include <system_error>
+
+namespace fs = std::filesystem;
+
+namespace zelk::renderer
+{
+
+namespace
+{
+using DeclareFunction = void (*)();
+
+std::string realPath(const std::string& file)
+{
+    std::error_code failed;
+    const fs::path path = fs::canonical(file, failed);
+    return failed ? file : path.string();
+}
+
+// dlsym() gives data pointers only.
+DeclareFunction findDeclareFunction(void* handle)
+{
+    return reinterpret_cast<DeclareFunction>(dlsym(handle, "KrPluginDeclare"));
+}
+
+// The plug-ins of one directory, by name. An unreadable directory is reported and has none.
+std::vector<std::string> pluginsIn(const std::string& directory)
+{
+    std::error_code failed;
+    std::vector<std::string> files;
+    for (fs::directory_iterator file(directory, failed), end; !failed && file != end; file.increment(failed))
+        if (file->path().extension() == ".so")
+            files.push_back(file->path().string());
+    if (failed)
+        KrMsgWarning("[kr] Cannot read the plug-in directory %s: %s. Skipping it; correct the plug-in path.",
+                     directory.c_str(), failed.message().c_str());
+    std::sort(files.begin(), files.end());
+    return files;
+}
+} // namespace
+
+Universe::~Universe()
+{
+    // Entries hold nothing of a plug-in, so the order does not matter to them; plug-ins that use one another
+    // are closed in the reverse order of opening.
+    for (auto plugin = m_plugins.rbegin(); plugin != m_plugins.rend(); ++plugin)
+        dlclose(plugin->handle);
+}
+
+bool Universe::isLoaded(const std::string& file) const
+{
+    return std::any_of(m_plugins.begin(), m_plugins.end(),
+                       [&file](const Plugin& plugin) { return plugin.file == file; });
+}
+
+void Universe::loadPlugin(const std::string& file)
+{
+    // One directory may stand on several search paths, under several names.
+    const std::string path = realPath(file);
+    if (isLoaded(path))
+        return;
+    void* handle = dlopen(file.c_str(), RTLD_NOW | RTLD_LOCAL);
+    if (!handle)
+    {
+        KrMsgError(
+            "[kr] Cannot open the plug-in %s: %s. Skipping it; rebuild it for this machine or take it away.",
+            file.c_str(), dlerror());
+        return;
+    }
+    m_plugins.push_back({path, handle});
+    declareEntriesOf({file, handle});
+}
+
+void Universe::declareEntriesOf(const Plugin& plugin)
+{
+    const DeclareFunction declare = findDeclareFunction(plugin.handle);
+    if (!declare)
+    {
+        KrMsgError(
+            "[kr] The plug-in %s exports no KrPluginDeclare(). Skipping it; define that function or take the "
+            "file away.",
+            plugin.file.c_str());
+        return;
+    }
+    const char* outer = m_plugin;
+    m_plugin = m_arena.keep(plugin.file);
+    try
+    {
+        declare();
+    }
+    catch (const std::exception& problem)
+    {
+        KrMsgError(
+            "[kr] The plug-in %s stopped declaring its entries: %s. What it has declared stays; repair it.",
+            plugin.file.c_str(), problem.what());
+    }
+    catch (...)
+    {
+        KrMsgError(
+            "[kr] The plug-in %s stopped declaring its entries. What it has declared stays; repair it.",
+            plugin.file.c_str());
+    }
+    m_plugin = outer;
+}
+
+} // namespace zelk::renderer
+
+void KrLoadPlugins(const char* path)
+{
+    if (!path || !*path)
+        return;
+    zelk::renderer::Universe* universe = zelk::renderer::Universe::require("KrLoadPlugins");
+    if (!universe)
+        return;
+    std::istringstream directories(path);
+    for (std::string directory; std::getline(directories, directory, ':');)
+        if (!directory.empty())
+            for (const std::string& file : zelk::renderer::pluginsIn(directory))
+                universe->loadPlugin(file);
+}

@@ -1,0 +1,109 @@
+#include "renderer_fixture.h"
+
+namespace
+{
+
+const std::string plugins = TEST_PLUGIN_DIR;
+
+float callsOfCountingPlugin()
+{
+    float calls = 0;
+    KrMetaDataGetFlt(KrNodeEntryLookUp("counting"), nullptr, "calls", &calls);
+    return calls;
+}
+
+} // namespace
+
+TEST(Plugins, GiveTheirEntriesTheirFile)
+{
+    Renderer renderer;
+    KrLoadPlugins((plugins + "/counting").c_str());
+    ASSERT_NE(KrNodeEntryLookUp("counting"), nullptr);
+    EXPECT_EQ(KrNodeEntryGetFilename(KrNodeEntryLookUp("counting")), plugins + "/counting/counting.so");
+}
+
+TEST(Plugins, AreLoadedOnceHoweverOftenTheirDirectoryIsNamed)
+{
+    Renderer renderer;
+    const std::string directory = plugins + "/counting";
+    KrLoadPlugins((directory + "::" + plugins + "/no_declare/../counting:").c_str());
+    KrLoadPlugins(directory.c_str());
+    EXPECT_EQ(callsOfCountingPlugin(), 1.0f);
+}
+
+TEST(Plugins, AreReallyClosedAtTheEnd)
+{
+    for (int i = 0; i < 2; ++i)
+    {
+        Renderer renderer;
+        KrLoadPlugins((plugins + "/counting").c_str());
+        EXPECT_EQ(callsOfCountingPlugin(), 1.0f);
+    }
+}
+
+TEST(Plugins, AreNotLookedForWithoutAPath)
+{
+    Renderer renderer;
+    KrLoadPlugins(nullptr);
+    KrLoadPlugins("");
+    KrLoadPlugins("::");
+}
+
+TEST(Plugins, OfAMissingDirectoryAreReportedAndTheRestGoesOn)
+{
+    Renderer renderer;
+    KrLoadPlugins(("/nowhere:" + plugins + "/counting").c_str());
+    EXPECT_EQ(renderer.takeMessage(),
+              "warning: [kr] Cannot read the plug-in directory /nowhere: No such file or "
+              "directory. Skipping it; correct the plug-in path.");
+    EXPECT_NE(KrNodeEntryLookUp("counting"), nullptr);
+}
+
+TEST(Plugins, ThatAreNoSharedObjectsAreReported)
+{
+    Renderer renderer;
+    Folder folder;
+    const std::string file = folder.write("broken.so", "not a shared object");
+    folder.write("README.txt", "not looked at");
+    KrLoadPlugins(folder.path().c_str());
+    const std::string message = renderer.takeMessage();
+    EXPECT_THAT(message, testing::StartsWith("error: [kr] Cannot open the plug-in " + file + ": "));
+    EXPECT_THAT(message, testing::EndsWith(". Skipping it; rebuild it for this machine or take it away."));
+}
+
+TEST(Plugins, WithoutTheirFunctionAreReported)
+{
+    Renderer renderer;
+    KrLoadPlugins((plugins + "/no_declare").c_str());
+    EXPECT_EQ(renderer.takeMessage(), "error: [kr] The plug-in " + plugins +
+                                          "/no_declare/no_declare.so exports no KrPluginDeclare(). Skipping "
+                                          "it; define that function or take "
+                                          "the file away.");
+}
+
+TEST(Plugins, ThatDeclareANameTwiceKeepTheFirstAndTheRest)
+{
+    Renderer renderer;
+    KrLoadPlugins((plugins + "/same_name_twice").c_str());
+    const std::string file = plugins + "/same_name_twice/same_name_twice.so";
+    EXPECT_EQ(renderer.takeMessage(), "error: [kr] " + file +
+                                          ": The node entry \"twin\" is declared already by " + file +
+                                          ". Skipping the second; rename one of them.");
+    const KtNodeEntry* twin = KrNodeEntryLookUp("twin");
+    ASSERT_NE(twin, nullptr);
+    EXPECT_EQ(KrNodeEntryGetOutputType(twin), KR_TYPE_RGB);
+    EXPECT_EQ(KrNodeEntryGetNumParams(twin), 0);
+    EXPECT_NE(KrNodeEntryLookUp("after_twin"), nullptr);
+}
+
+TEST(Plugins, ThatThrowKeepWhatTheyHaveDeclared)
+{
+    Renderer renderer;
+    KrLoadPlugins((plugins + "/throwing").c_str());
+    EXPECT_EQ(
+        renderer.takeMessage(),
+        "error: [kr] The plug-in " + plugins +
+            "/throwing/throwing.so stopped declaring its entries: no licence. What it has declared stays; "
+            "repair it.");
+    EXPECT_NE(KrNodeEntryLookUp("before_throw"), nullptr);
+}
