@@ -1,0 +1,37 @@
+#ifndef OP_DATATYPES_H
+#define OP_DATATYPES_H
+
+/// What about a node's tile is to be redrawn.
+enum OP_UIChangeType
+{
+    OP_UICHANGE_ANY = 0,
+    OP_UICHANGE_ERROR_STATE = 1,
+    OP_UICHANGE_PICK = 2,
+    OP_UICHANGE_COLOR = 3,
+    OP_UICHANGE_DELETE_SCRIPT = 4,
+    OP_UICHANGE_COMMENT = 5,
+    OP_UICHANGE_LOCK_FLAG = 6,
+    OP_UICHANGE_COMPRESS_FLAG = 7,
+    OP_UICHANGE_OTL_MATCH_STATE = 8,
+    OP_UICHANGE_ACTIVE_INPUT = 9,
+    OP_UICHANGE_CONNECTIONS = 10,
+    OP_UICHANGE_EXPR_LANGUAGE = 11,
+    OP_UICHANGE_NETWORKBOX = 12,
+    OP_UICHANGE_POSTIT = 13,
+    OP_UICHANGE_OPTYPE_OBJ = 1 << 8,
+    OP_UICHANGE_OPTYPE_SOP = 2 << 8,
+    OP_UICHANGE_OPTYPE_COP2 = 9 << 8,
+    OP_UICHANGE_OPTYPE_VOP = 11 << 8
+};
+
+/// How a rename is told to the rest of the scene.
+enum OP_RenameAction
+{
+    OP_RENAME_NO_PROPAGATE = 0,
+    OP_RENAME_NORMAL = 1,
+    OP_RENAME_NO_EVENTS = 2, ///< OP_NAME_CHANGED is not sent
+    OP_RENAME_NO_DEPENDENCIES = 4,
+    OP_RENAME_NUM_ACTIONS = 5
+};
+
+#endif

@@ -1,0 +1,27 @@
+#ifndef SHOP_NODETYPES_H
+#define SHOP_NODETYPES_H
+
+/// Kinds of shaders; each number equals the VOP_Type of the same shader.
+enum SHOP_TYPE
+{
+    SHOP_INVALID = 0,
+    SHOP_SURFACE = 31,
+    SHOP_SURFACE_SHADOW = 32,
+    SHOP_DISPLACEMENT = 33,
+    SHOP_GEOMETRY = 34,
+    SHOP_INTERIOR = 35,
+    SHOP_LIGHT = 36,
+    SHOP_LIGHT_SHADOW = 37,
+    SHOP_LIGHT_FILTER = 38,
+    SHOP_ATMOSPHERE = 39,
+    SHOP_LENS = 40,
+    SHOP_OUTPUT = 41,
+    SHOP_BACKGROUND = 42,
+    SHOP_PHOTON = 43,
+    SHOP_IMAGE3D = 51,
+    SHOP_CVEX = 56,
+    SHOP_MATERIAL = 63,
+    SHOP_VOP_MATERIAL = 64
+};
+
+#endif

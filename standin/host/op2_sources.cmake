@@ -1,0 +1,28 @@
+# Sources of HoudiniOP2 but for Python, which has its own list.
+set(HOST_OP2_SOURCES
+    src/cmd/cmd_manager.cpp
+    src/cmd/cmd_words.cpp
+    src/op/op_director.cpp
+    src/op/op_names.cpp
+    src/op/op_network.cpp
+    src/op/op_node.cpp
+    src/op/op_node_events.cpp
+    src/op/op_node_place.cpp
+    src/op/op_node_scripts.cpp
+    src/op/op_node_wires.cpp
+    src/op/op_operator.cpp
+    src/op/op_operator_table.cpp
+    src/op/op_tables.cpp
+    src/shop/shop_node.cpp
+    src/shop/shop_operator.cpp
+    src/standin/builtin_types.cpp
+    src/standin/host.cpp
+    src/standin/messages.cpp
+    src/standin/networks.cpp
+    src/standin/paths.cpp
+    src/standin/plugins.cpp
+    src/vop/vop_builtin.cpp
+    src/vop/vop_node.cpp
+    src/vop/vop_operator.cpp
+    src/vop/vop_types.cpp
+)

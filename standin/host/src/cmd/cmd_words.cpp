@@ -1,0 +1,149 @@
+#include "cmd_words.h"
+
+#include <algorithm>
+
+namespace standin
+{
+
+namespace
+{
+
+// Not <cctype>: a script means the same under every locale.
+bool isLetter(char c) { return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z') || c == '_'; }
+bool isLetterOrDigit(char c) { return isLetter(c) || (c >= '0' && c <= '9'); }
+bool isBlank(char c) { return c == ' ' || c == '\t' || c == '\r'; }
+
+/// Replaces the variable at a '$'; returns the index behind it.
+std::size_t appendVariable(const std::string& text, std::size_t at, const VariableLookUp& lookUp,
+                           std::string& result)
+{
+    const bool braced = text.compare(at, 2, "${") == 0;
+    const std::size_t begin = at + (braced ? 2 : 1);
+    std::size_t end = begin;
+    while (end < text.size() && isLetterOrDigit(text[end]))
+        ++end;
+    const std::string name = text.substr(begin, end - begin);
+    const bool complete = isVariableName(name) && (!braced || (end < text.size() && text[end] == '}'));
+    bool found = false;
+    const std::string value = complete ? lookUp(name, found) : std::string();
+    if (!found)
+    {
+        result += '$';
+        return at + 1;
+    }
+    result += value;
+    return end + (braced ? 1 : 0);
+}
+
+} // namespace
+
+bool isVariableName(const std::string& text)
+{
+    return !text.empty() && isLetter(text[0]) && std::all_of(text.begin(), text.end(), isLetterOrDigit);
+}
+
+std::string expandVariables(const std::string& text, const VariableLookUp& lookUp)
+{
+    std::string result;
+    std::size_t at = 0;
+    while (at < text.size())
+        if (text[at] == '$')
+            at = appendVariable(text, at, lookUp, result);
+        else
+            result += text[at++];
+    return result;
+}
+
+std::string splitQuoted(const std::string& text, std::vector<std::string>& words)
+{
+    CommandReader reader(text,
+                         [](const std::string&, bool& found)
+                         {
+                             found = false;
+                             return std::string();
+                         });
+    std::vector<std::string> line;
+    std::string problem;
+    while (problem.empty() && reader.next(line, problem))
+        words.insert(words.end(), line.begin(), line.end());
+    return problem;
+}
+
+CommandReader::CommandReader(const std::string& text, VariableLookUp lookUp)
+    : m_text(text), m_lookUp(std::move(lookUp))
+{
+}
+
+bool CommandReader::next(std::vector<std::string>& words, std::string& problem)
+{
+    words.clear();
+    problem.clear();
+    if (atEnd())
+        return false;
+    for (skipBlanks(); !atEnd() && !atSeparator(); skipBlanks())
+        if (m_text[m_at] == '#')
+            skipRemark();
+        else
+            words.push_back(readWord(problem));
+    if (!atEnd())
+        ++m_at;
+    return true;
+}
+
+void CommandReader::skipBlanks()
+{
+    while (!atEnd() && isBlank(m_text[m_at]))
+        ++m_at;
+}
+
+void CommandReader::skipRemark()
+{
+    while (!atEnd() && m_text[m_at] != '\n')
+        ++m_at;
+}
+
+std::string CommandReader::readWord(std::string& problem)
+{
+    std::string word;
+    while (!atEnd() && !isBlank(m_text[m_at]) && !atSeparator())
+    {
+        const char c = m_text[m_at];
+        if (c == '"' || c == '\'')
+            readQuoted(word, problem);
+        else if (c == '$')
+            readVariable(word);
+        else if (c == '\\' && m_at + 1 < m_text.size())
+        {
+            word += m_text[m_at + 1];
+            m_at += 2;
+        }
+        else
+        {
+            word += c;
+            ++m_at;
+        }
+    }
+    return word;
+}
+
+void CommandReader::readQuoted(std::string& word, std::string& problem)
+{
+    const char quote = m_text[m_at++];
+    while (!atEnd() && m_text[m_at] != quote)
+        if (quote == '"' && m_text[m_at] == '$')
+            readVariable(word);
+        else
+        {
+            if (quote == '"' && m_text[m_at] == '\\' && m_at + 1 < m_text.size())
+                ++m_at;
+            word += m_text[m_at++];
+        }
+    if (atEnd())
+        problem = std::string("a ") + quote + " is not closed; the command is not run.";
+    else
+        ++m_at;
+}
+
+void CommandReader::readVariable(std::string& word) { m_at = appendVariable(m_text, m_at, m_lookUp, word); }
+
+} // namespace standin

@@ -1,0 +1,22 @@
+#ifndef STANDIN_OP_LOADING_H
+#define STANDIN_OP_LOADING_H
+
+namespace standin
+{
+
+/// How many loads of scenes and assets are under way; parameter events are held back while it is not 0.
+int& loadingDepth();
+
+/// A load is under way for as long as this lives.
+class LoadingScope
+{
+public:
+    LoadingScope() { ++loadingDepth(); }
+    ~LoadingScope() { --loadingDepth(); }
+    LoadingScope(const LoadingScope&) = delete;
+    LoadingScope& operator=(const LoadingScope&) = delete;
+};
+
+} // namespace standin
+
+#endif

@@ -1,0 +1,1 @@
+kwargs["node"].setUserData("made by", kwargs["type"])
