@@ -1,0 +1,53 @@
+"""kshop env: what belongs into a report of a mistake."""
+
+import json
+import os
+import subprocess
+import unittest
+
+from kshop_case import KSHOP, TREE, KshopCase
+
+
+class Env(KshopCase):
+    def test_finds_its_own_tree_with_plug_ins_and_metadata(self):
+        environment = self.json_of("env")
+        self.assertEqual(environment["tree"], str(TREE))
+        self.assertEqual(environment["host_path"][-1], str(TREE))
+        self.assertEqual([(p["path"], p["loaded"]) for p in environment["plugins"]],
+                         [(f"{TREE}/dso/korvan_shop.so", True)])
+        self.assertEqual(environment["plugins"][0]["entry_points"], ["newShopOperator", "newVopOperator"])
+        self.assertIn(f"{TREE}/korvan/plugins", environment["renderer_plugin_path"])
+        self.assertGreaterEqual(len(environment["renderer_plugins"]), 2)
+        self.assertTrue(all(f.endswith(".mtd") for f in environment["metadata_files"]))
+        self.assertGreater(len(environment["metadata_files"]), 0)
+
+    def test_shows_the_variables_as_the_person_set_them(self):
+        variables = self.json_of("env", KORVAN_PLUGIN_PATH="/a:/b")["variables"]
+        self.assertEqual(variables["KORVAN_PLUGIN_PATH"], "/a:/b")
+        self.assertEqual((variables["HOUDINI_PATH"], variables["ZELK_STARTUP_LOG"]), (None, None))
+
+    def test_resolves_the_search_path(self):
+        (self.scratch / "mine/korvan/metadata").mkdir(parents=True)
+        self.write("mine/korvan/metadata/extra.mtd", "")
+        environment = self.json_of("env", HOUDINI_PATH=f"{self.scratch}/mine;{self.scratch}/missing;&")
+        self.assertEqual(environment["host_path"], [f"{self.scratch}/mine", str(TREE)])
+        self.assertEqual(environment["metadata_files"][0], f"{self.scratch}/mine/korvan/metadata/extra.mtd")
+
+    def test_shows_a_person_the_same(self):
+        text = self.output_of("env")
+        for words in ("Versions", "Host plug-ins", "loaded; exports newShopOperator, newVopOperator", "HOUDINI_PATH",
+                      "(not set)", "Metadata files", str(TREE)):
+            self.assertIn(words, text)
+
+    def test_survives_variables_that_are_no_utf_8(self):
+        environment = {os.fsencode(k): os.fsencode(v) for k, v in self.environment().items()}
+        environment[b"KORVAN_PLUGIN_PATH"] = b"/odd\xff\xfepath"
+        for arguments in (["env"], ["env", "--json"]):
+            run = subprocess.run([str(KSHOP), *arguments], capture_output=True, env=environment)
+            self.assertEqual(run.returncode, 0, run.stderr)
+            self.assertIn("/odd\ufffd\ufffdpath", run.stdout.decode("utf-8"))
+        self.assertTrue(json.loads(run.stdout))
+
+
+if __name__ == "__main__":
+    unittest.main()

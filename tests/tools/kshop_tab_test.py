@@ -1,0 +1,38 @@
+"""kshop tab: what can be made inside a network."""
+
+import unittest
+
+from kshop_case import KshopCase
+
+
+class Tab(KshopCase):
+    def test_offers_the_container_in_the_shop_network(self):
+        entries = self.json_of("tab", "/shop")
+        self.assertIn({"name": "korvan_vopnet", "label": "Korvan Shader Network", "sub_menu": ""}, entries)
+
+    def test_offers_the_plug_ins_types_inside_the_container_but_not_in_other_shader_networks(self):
+        registered = {o["name"] for o in self.json_of("list")["tables"]["Vop"]}
+        inside = {e["name"] for e in self.json_of("tab", "/shop", "--create", "korvan_vopnet")}
+        elsewhere = {e["name"] for e in self.json_of("tab", "/vex")}
+        self.assertLessEqual(registered, inside)
+        self.assertLessEqual({"subnet", "null"}, inside)
+        self.assertEqual(registered & elsewhere, set())
+
+    def test_shows_sub_menus(self):
+        text = self.output_of("tab", "/shop", "--create", "korvan_vopnet")
+        menus = {o["tab_menu"] for o in self.json_of("list")["tables"]["Vop"] if o["tab_menu"]}
+        self.assertTrue(menus)
+        for menu in menus:
+            self.assertIn(menu, text)
+
+    def test_names_what_is_no_network(self):
+        self.assertEqual(self.failure_of("tab", "/nowhere"),
+                         "kshop: there is no node /nowhere; a fresh scene has /obj, /shop, /out and /vex\n")
+        self.assertEqual(self.failure_of("tab", "/"), "kshop: / is no network that nodes can be made in\n")
+
+    def test_names_a_type_that_cannot_be_made_there(self):
+        self.assertIn("no_such_type", self.failure_of("tab", "/shop", "--create", "no_such_type"))
+
+
+if __name__ == "__main__":
+    unittest.main()

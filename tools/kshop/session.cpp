@@ -1,0 +1,103 @@
+#include "session.h"
+
+#include "output.h"
+#include "text.h"
+
+#include <OP/OP_Director.h>
+#include <OP/OP_OperatorTable.h>
+#include <kr_observe.h>
+#include <standin/host.h>
+
+#include <fmt/format.h>
+
+#include <algorithm>
+#include <cstdlib>
+
+namespace kshop
+{
+
+const char* const table_names[2] = {"Vop", "Shop"};
+
+namespace
+{
+
+struct SeverityRow
+{
+    int bit;
+    const char* word;
+};
+
+const SeverityRow severity_rows[] = {
+    {KR_MSG_INFO, "info"},
+    {KR_MSG_WARNING, "warning"},
+    {KR_MSG_ERROR, "error"},
+};
+
+void keepMessage(int severity, const char* text, void* user)
+{
+    static_cast<std::vector<RendererMessage>*>(user)->push_back({severity, text});
+}
+
+/// Silences the console of registration unless the person said what they want. True when it was silenced here.
+bool silenceStartup()
+{
+    const char* const variable = "ZELK_STARTUP_LOG";
+    if (std::getenv(variable))
+        return false;
+    return setenv(variable, "0", 1) == 0;
+}
+
+} // namespace
+
+const char* severityWord(int severity)
+{
+    for (const SeverityRow& row : severity_rows)
+        if (row.bit == severity)
+            return row.word;
+    return "info";
+}
+
+Session::Session(const GlobalOptions& options) : m_consoleWasSilent(silenceStartup())
+{
+    if (!options.dso.empty())
+        setenv("HOUDINI_DSO_PATH", options.dso.c_str(), 1);
+    const int consoleFlags = KrMsgGetConsoleFlags();
+    KrMsgSetObserver(keepMessage, &m_messages);
+    standin::startHost();
+    KrMsgSetObserver(nullptr, nullptr);
+    if (m_consoleWasSilent)
+    {
+        // The variable is ours alone: scripts and programs that they start must not inherit it.
+        unsetenv("ZELK_STARTUP_LOG");
+        KrMsgSetConsoleFlags(consoleFlags);
+    }
+}
+
+void Session::showComplaints() const
+{
+    if (!m_consoleWasSilent)
+        return;
+    for (const RendererMessage& message : m_messages)
+        if (message.severity != KR_MSG_INFO)
+            complain(fmt::format("{}: {}", severityWord(message.severity), message.text));
+}
+
+bool Session::hasPlugins() const
+{
+    const std::vector<standin::PluginReport> reports = standin::pluginReports();
+    if (std::any_of(reports.begin(), reports.end(),
+                    [](const standin::PluginReport& report) { return report.loaded; }))
+        return true;
+    complain(
+        fmt::format("no plug-in could be loaded; looked in: {}. 'kshop env' tells more, and --dso names one",
+                    joined(standin::pluginSearchPath(), ", ")));
+    return false;
+}
+
+std::vector<OP_Operator*> Session::operators(const char* table) const
+{
+    const OP_OperatorTable* found = OP_Network::getOperatorTable(table);
+    return found ? standin::pluginOperatorsOf(*found) : std::vector<OP_Operator*>();
+}
+
+} // namespace kshop
