@@ -1,0 +1,134 @@
+"""Proves of each check that it passes a good tree and fails a bad one."""
+
+import pathlib
+import shutil
+import subprocess
+import tempfile
+import unittest
+
+import documented_keys
+import exported_symbols
+import include_arrows
+import plain_words
+import source_format
+import units_tested
+
+
+class Tree:
+    """A source tree made for one test."""
+
+    def __init__(self, case):
+        directory = tempfile.TemporaryDirectory()
+        case.addCleanup(directory.cleanup)
+        self.root = pathlib.Path(directory.name).resolve()
+
+    def write(self, name, text):
+        file = self.root / name
+        file.parent.mkdir(parents=True, exist_ok=True)
+        file.write_text(text, encoding="utf-8")
+        return file
+
+
+class IncludeArrows(unittest.TestCase):
+    def found(self, name, text, *more):
+        tree = Tree(self)
+        for other in more:
+            tree.write(other, "")
+        tree.write(name, text)
+        return include_arrows.findings(tree.root)
+
+    def test_let_the_plug_in_include_host_renderer_and_library(self):
+        text = '#include "utils.h"\n#include <PRM/PRM_Template.h>\n#include <kr.h>\n#include <zelk/ipr/delta.h>\n#include <map>\n'
+        self.assertEqual(self.found("src/shop/utils.cpp", text, "src/shop/utils.h"), [])
+
+    def test_refuse_the_plug_in_a_header_that_only_the_stand_ins_have(self):
+        for name in ("standin/host.h", "kr_observe.h", "kr_plugin.h", "fmt/core.h", "optional", "regexes"):
+            with self.subTest(name):
+                self.assertEqual(self.found("src/shop/a.cpp", f"\n#include <{name}>\n"),
+                                 [f"src/shop/a.cpp:2: src/shop may not include {name}"])
+
+    def test_refuse_a_stand_in_the_plug_in_and_the_other_stand_in(self):
+        self.assertEqual(len(self.found("standin/host/src/a.cpp", "#include <kr.h>\n")), 1)
+        self.assertEqual(len(self.found("standin/renderer/src/a.cpp", "#include <OP/OP_Node.h>\n")), 1)
+        self.assertEqual(len(self.found("standin/host/src/a.cpp", '#include "../../../src/shop/utils.h"\n',
+                                        "src/shop/utils.h")), 1)
+
+    def test_refuse_a_tool_that_includes_or_links_the_plug_in(self):
+        self.assertEqual(len(self.found("tools/kshop/a.cpp", '#include "shader_desc.h"\n', "src/shop/shader_desc.h")), 1)
+        self.assertEqual(self.found("tools/kshop/CMakeLists.txt", "target_link_libraries(kshop PRIVATE korvan_shop_objects)\n"),
+                         ["tools/kshop/CMakeLists.txt:1: nothing here may link or include the plug-in"])
+
+
+class ExportedSymbols(unittest.TestCase):
+    def found(self, code):
+        compiler = shutil.which("cc") or shutil.which("gcc") or shutil.which("g++")
+        tree = Tree(self)
+        source = tree.write("a.c", code)
+        library = tree.root / "a.so"
+        subprocess.run([compiler, "-shared", "-fPIC", "-x", "c", str(source), "-o", str(library)], check=True)
+        return exported_symbols.findings(str(library))
+
+    def test_pass_the_agreed_names_alone(self):
+        self.assertEqual(self.found("".join(f"void {n}(void) {{}}\n" for n in exported_symbols.AGREED)), [])
+
+    def test_name_what_is_missing_and_what_is_too_much(self):
+        found = self.found("void newVopOperator(void) {}\nvoid extra(void) {}\n")
+        self.assertEqual(len(found), 5)
+        self.assertIn("exports extra, which nobody agreed to", found[0])
+
+
+class SourceFormat(unittest.TestCase):
+    def found(self, text):
+        tree = Tree(self)
+        tree.write(".clang-format", "BasedOnStyle: LLVM\n")
+        tree.write("src/a.cpp", text)
+        return source_format.findings(tree.root)
+
+    def test_pass_formatted_code(self):
+        self.assertEqual(self.found("int a = 1;\n"), [])
+
+    def test_name_the_first_line_that_is_not(self):
+        self.assertEqual(self.found("int a = 1;\nint   b=2;\nint   c=2;\n"),
+                         ["src/a.cpp:2: not formatted; run script/format"])
+
+
+class PlainWords(unittest.TestCase):
+    def found(self, text):
+        tree = Tree(self)
+        tree.write("docs/a.md", text)
+        return plain_words.findings(tree.root)
+
+    def test_pass_ordinary_text(self):
+        self.assertEqual(self.found("Ignoring invalid LOD specification: x\nWorks with parts of version 1.2.\n"), [])
+
+    def test_find_each_kind_of_word(self):
+        for text in ("see Part " + "2.3", "as the " + "specification says", "in the " + "spec", "spec" + ".md",
+                     "/work" + "/main", "/root" + "/x", "issue " + "2", "the " + "brief", "sub" + "agent"):
+            with self.subTest(text):
+                self.assertTrue(self.found("fine\n" + text + "\n"))
+
+
+class UnitsTested(unittest.TestCase):
+    def test_want_a_test_file_for_each_unit_but_not_for_its_companions(self):
+        tree = Tree(self)
+        for name in ("src/shop/desc.cpp", "src/shop/desc_templates.cpp", "src/shop/utils.cpp", "tests/unit/utils_test.cpp"):
+            tree.write(name, "")
+        self.assertEqual(units_tested.findings(tree.root), ["src/shop/desc.cpp has no test; write tests/unit/desc_test.cpp"])
+
+
+class DocumentedKeys(unittest.TestCase):
+    def found(self, document, source):
+        tree = Tree(self)
+        tree.write("docs/metadata.md", document)
+        tree.write("src/shop/a.cpp", source)
+        return documented_keys.findings(tree.root)
+
+    def test_pass_when_both_sides_agree(self):
+        self.assertEqual(self.found("| `min`, `max` | number | none | bounds |\n", 'f("min"); f("max");\n'), [])
+
+    def test_name_a_key_that_only_one_side_has(self):
+        self.assertEqual(len(self.found("| `houdini.lod` | text | none | detail |\n", 'f("houdini.icon");\n')), 2)
+
+
+if __name__ == "__main__":
+    unittest.main()
