@@ -89,7 +89,7 @@ class Shader:
             self.report(f"[zelk::shop::ShaderDesc] Exactly 3 arguments needed for ramp \"{ramp.name}\", "
                         f"found {len(words)}")
             return
-        # Only the renderer's parameters can be a ramp's parts; extra parameters of these names stay.
+        # Only the renderer's parameters can be a ramp's components; extra parameters of these names stay.
         self.parms = [parm for parm in self.parms if parm.is_extra or parm.name not in words]
 
     def _sort(self):

@@ -37,7 +37,7 @@ SCRIPTS = ("", "python:print('hi')", "hscript:echo hi", "echo bare", "python:", 
            "hscript:python:both", "python:python:twice", "python:größe = 1\\nx")
 EXPRESSIONS = ("", "$F", "python:hou.frame()", "hscript:$F", "python:", "python:python:x", " python:x", "ch('ü')")
 FOLDERS = ("", ";", "Main;2", "Main;1;More;1", "Main", "Main;2;More", "A;;2", ";A;1;;B;1;", "A;x;B; 3y;C;-1;D;+2",
-           "Täb;4;%s;0", "A;1;B;1;C;1;D;1;E;1")
+           "Täb;4;%s;0", "A;1;B;1;C;1;D;1;E;1", "A;99999999999999999999;B;-3000000000")
 EXTRA_MENUS = ("", ";;", "a;A", "a;A;b;B", "a;A;b", "lone", "a;;A;b;B", "ü;Ü;%s;%d", "a;x\\ty")
 RAMP_WORDS = ("", "one two", "a b c d", "   ", "one")
 EXTRA_KEYS = ("houdini.parm.{kind}.{name}",) * 12 + (
@@ -194,13 +194,10 @@ class NodeMaker:
         extras = []
         for i in range(self.rng.choice((0, 0, 1, 2, 4, 7))):
             kind = self.rng.choice(EXTRA_KINDS)
-            # An extra of a parameter's name may stand beside it; such names stay out of ramps and orders, below.
-            clash = self.names and self.maybe(0.03)
-            name = self.rng.choice(self.names) if clash else f"{self.rng.choice(NAMES)}_x{i}"
-            if clash:
-                self.names = [other for other in self.names if other != name]
-            else:
-                extras.append(name)
+            # An extra may have the name of a parameter or of another extra: both stand in the list.
+            clash = self.names + extras if self.maybe(0.05) else []
+            name = self.rng.choice(clash) if clash else f"{self.rng.choice(NAMES)}_x{i}"
+            extras.append(name)
             self._extra(kind, name, extras)
         for key in MALFORMED_KEYS:
             if self.maybe(0.03):

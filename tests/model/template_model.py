@@ -324,7 +324,7 @@ class ExtraParm:
             return TERMINATOR
         if len(items) % 2:
             return self._odd(items)
-        tabs = [default(leading_integer(items[i + 1]), items[i]) for i in range(0, len(items), 2)]
+        tabs = [default(float(leading_integer(items[i + 1])), items[i]) for i in range(0, len(items), 2)]
         return {"type": "PRM_SWITCHER", "size": len(tabs), "defaults": tabs}
 
     def _menu(self):

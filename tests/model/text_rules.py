@@ -53,6 +53,6 @@ def split(text, separator, keep_empty=False):
 
 
 def leading_integer(text):
-    """What base-10 strtol reads; 0 when there is no number at the front."""
+    """What base-10 strtol reads: 0 when there is no number at the front, the nearest 64-bit number to a longer one."""
     found = re.match(r"[ \t\n\v\f\r]*([+-]?[0-9]+)", text)
-    return int(found.group(1)) if found else 0
+    return max(-2**63, min(2**63 - 1, int(found.group(1)))) if found else 0
