@@ -22,8 +22,8 @@ class Env(KshopCase):
         self.assertGreater(len(environment["metadata_files"]), 0)
 
     def test_shows_the_variables_as_the_person_set_them(self):
-        variables = self.json_of("env", KORVAN_PLUGIN_PATH="/a:/b")["variables"]
-        self.assertEqual(variables["KORVAN_PLUGIN_PATH"], "/a:/b")
+        variables = self.json_of("env", KORVAN_PLUGIN_PATH=self.scratch)["variables"]
+        self.assertEqual(variables["KORVAN_PLUGIN_PATH"], str(self.scratch))
         self.assertEqual((variables["HOUDINI_PATH"], variables["ZELK_STARTUP_LOG"]), (None, None))
 
     def test_resolves_the_search_path(self):

@@ -1,5 +1,6 @@
 """kshop list: what was registered, and why the rest was not."""
 
+import json
 import re
 import unittest
 
@@ -12,8 +13,11 @@ def node(name, **more):
 
 class List(KshopCase):
     def reasons(self, *nodes):
-        listed = self.json_of("list", "--why", KORVAN_CATALOGUE=self.catalogue(*nodes))
-        return {entry["name"]: entry["reason"] for entry in listed["unregistered"]}
+        """Names and reasons, and what the host complained about meanwhile."""
+        run = self.run_kshop("list", "--why", "--json", KORVAN_CATALOGUE=self.catalogue(*nodes))
+        self.assertEqual(run.returncode, 0, run.stderr)
+        listed = json.loads(run.stdout)["unregistered"]
+        return {entry["name"]: entry["reason"] for entry in listed}, run.stderr
 
     def test_shows_at_least_twenty_shaders_and_the_container(self):
         listed = self.json_of("list")
@@ -37,8 +41,9 @@ class List(KshopCase):
         self.assertEqual(sum(int(count) for _, count in rows), total)
 
     def test_tells_why_an_entry_has_no_node_type(self):
-        reasons = self.reasons(node("zelk__skipped", metadata=[{"key": "houdini.skip", "value": True}]),
-                               node("twin"), node("zelk__twin"))
+        reasons, complaints = self.reasons(node("zelk__skipped", metadata=[{"key": "houdini.skip", "value": True}]),
+                                           node("twin"), node("zelk__twin"))
+        self.assertEqual(complaints.count('"korvan::twin" is already in the Vop table'), 1, complaints)
         self.assertEqual(reasons["zelk__skipped"], 'its metadata skips it ("houdini.skip" is true)')
         self.assertEqual(reasons["zelk__twin"],
                          "its type name korvan::twin is taken by the entry twin; rename one of them")

@@ -28,7 +28,8 @@ class Tab(KshopCase):
     def test_names_what_is_no_network(self):
         self.assertEqual(self.failure_of("tab", "/nowhere"),
                          "kshop: there is no node /nowhere; a fresh scene has /obj, /shop, /out and /vex\n")
-        self.assertEqual(self.failure_of("tab", "/"), "kshop: / is no network that nodes can be made in\n")
+        self.assertEqual(self.failure_of("tab", "/obj", "--create", "null"),
+                         "kshop: a node of type null holds no nodes\n")
 
     def test_names_a_type_that_cannot_be_made_there(self):
         self.assertIn("no_such_type", self.failure_of("tab", "/shop", "--create", "no_such_type"))

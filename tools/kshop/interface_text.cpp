@@ -140,21 +140,28 @@ std::string defaultText(const TemplateFacts& facts)
     return joined(values, " ");
 }
 
-/// One end of a range; `hard` and `soft` are what goes before the number. Empty for a free end.
+bool isHard(int flag) { return (flag & PRM_RANGE_PRM) != 0; }
+
+/// One end of a range; empty for a free end.
 std::string endText(int flag, double value, const char* hard, const char* soft)
 {
     if (flag == PRM_RANGE_FREE)
         return "";
-    return ((flag & PRM_RANGE_PRM) ? hard : soft) + numberText(value);
+    return (isHard(flag) ? hard : soft) + numberText(value);
 }
 
 std::string rangeText(const TemplateFacts& facts)
 {
     if (!facts.range)
         return "";
-    const std::string low = endText(facts.range->minFlag, facts.range->min, "at least ", "slider from ");
-    const std::string high = endText(facts.range->maxFlag, facts.range->max, "at most ", "slider to ");
-    return low.empty() || high.empty() ? low + high : low + ", " + high;
+    const RangeFacts& range = *facts.range;
+    const bool bothEnds = range.minFlag != PRM_RANGE_FREE && range.maxFlag != PRM_RANGE_FREE;
+    if (bothEnds && isHard(range.minFlag) == isHard(range.maxFlag))
+        return fmt::format("{}{} to {}", isHard(range.minFlag) ? "" : "slider ", numberText(range.min),
+                           numberText(range.max));
+    const std::string low = endText(range.minFlag, range.min, "at least ", "slider from ");
+    const std::string high = endText(range.maxFlag, range.max, "at most ", "slider to ");
+    return bothEnds ? low + ", " + high : low + high;
 }
 
 /// What stands below a parameter's row, one line each.

@@ -20,8 +20,7 @@ namespace
 
 const char* const program_help = "Looks at the node types that host plug-ins register, and tries them out.";
 
-const char* const program_examples = R"(
-Examples:
+const char* const program_examples = R"(Examples:
   kshop list                                  what was registered
   kshop describe korvan::image                one type's whole interface
   kshop describe --json > interface.json      everything, for programs
@@ -32,20 +31,17 @@ Exit status: 0 when all went well, 1 after a mistake (its sentence is on standar
 HOUDINI_PATH, HOUDINI_DSO_PATH, KORVAN_PLUGIN_PATH and KORVAN_CATALOGUE say where things are looked for;
 'kshop env' shows what that comes to.)";
 
-const char* const list_examples = R"(
-Examples:
+const char* const list_examples = R"(Examples:
   kshop list              the types in table order, and how many there are of each category
   kshop list --why        and each renderer entry without a node type, with the reason
   kshop list --json       for programs)";
 
-const char* const describe_examples = R"(
-Examples:
+const char* const describe_examples = R"(Examples:
   kshop describe korvan::image korvan::noise   two types
   kshop describe                               all of them
   kshop describe --json korvan::image          for programs; with the messages of registration)";
 
-const char* const python_examples = R"(
-Usage: kshop python [SCRIPT [ARG...]]
+const char* const python_examples = R"(kshop python [SCRIPT [ARG...]]
 
 Without SCRIPT it is an interactive shell; SCRIPT '-' is standard input. What follows SCRIPT is the script's own,
 in sys.argv; the exit status is the script's.
@@ -55,13 +51,11 @@ Examples:
   kshop python build_network.py --scale 2
   echo 'print(hou.node("/shop").path())' | kshop python -)";
 
-const char* const env_examples = R"(
-Examples:
+const char* const env_examples = R"(Examples:
   kshop env > environment.txt    what belongs into a report of a mistake
   kshop env --json)";
 
-const char* const tab_examples = R"(
-Examples:
+const char* const tab_examples = R"(Examples:
   kshop tab /shop                            what can be made in /shop
   kshop tab /shop --create korvan_vopnet     what can be made inside a new node of that type)";
 

@@ -5,6 +5,7 @@
 #include <unistd.h>
 
 #include <algorithm>
+#include <cmath>
 #include <cstdint>
 #include <cstdlib>
 #include <cstring>
@@ -150,7 +151,15 @@ std::string padded(std::string_view text, std::size_t columns)
     return std::string(text) + std::string(columns > have ? columns - have : 0, ' ');
 }
 
-std::string numberText(double value) { return fmt::format("{:g}", value); }
+std::string numberText(double value)
+{
+    const double most_exact = 1e15; // integers below are shown in full
+    if (value == std::floor(value) && std::fabs(value) < most_exact)
+        return fmt::format("{:.0f}", value);
+    const float single = static_cast<float>(value);
+    // Most numbers come from the renderer's floats; 0.1 as a float is meant to be 0.1.
+    return static_cast<double>(single) == value ? fmt::format("{}", single) : fmt::format("{:g}", value);
+}
 
 std::string countText(std::size_t count, const std::string& noun)
 {

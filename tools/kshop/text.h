@@ -25,7 +25,7 @@ std::size_t width(std::string_view text);
 /// The text and blanks up to `columns` characters; longer texts stay as they are.
 std::string padded(std::string_view text, std::size_t columns);
 
-/// A number without needless digits: "1", "0.25", "1e+06".
+/// A number without needless digits: "1", "0.25", "-1294967296", "1e+20".
 std::string numberText(double value);
 
 /// "1 input", "2 inputs", "0 inputs".

@@ -1,8 +1,8 @@
 /// Records that wait to be passed on.
 #pragma once
 
-#include <condition_variable>
 #include <chrono>
+#include <condition_variable>
 #include <cstdint>
 #include <deque>
 #include <memory>

@@ -20,7 +20,8 @@ static_assert(offsetof(DeltaParm, type) == 0 && sizeof(DeltaParm::type) == 1, "t
 static_assert(offsetof(DeltaParm, value) == 8 && sizeof(DeltaParm::value) == 16, "value");
 static_assert(offsetof(DeltaParm, matrix) == 24 && sizeof(DeltaParm::matrix) == 64, "matrix");
 static_assert(offsetof(DeltaParm, str) == 88, "str");
-static_assert(offsetof(DeltaParm, reserved) == 88 + text_bytes && sizeof(DeltaParm::reserved) == 8, "reserved");
+static_assert(offsetof(DeltaParm, reserved) == 88 + text_bytes && sizeof(DeltaParm::reserved) == 8,
+              "reserved");
 static_assert(sizeof(DeltaParm) == 96 + text_bytes, "nothing else");
 
 static_assert(std::has_virtual_destructor<Delta>::value, "its only virtual operation");

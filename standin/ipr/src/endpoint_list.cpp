@@ -17,7 +17,10 @@ namespace
 const std::string ipc_prefix = "ipc://";
 const std::string tcp_prefix = "tcp://";
 
-bool startsWith(const std::string& text, const std::string& prefix) { return text.compare(0, prefix.size(), prefix) == 0; }
+bool startsWith(const std::string& text, const std::string& prefix)
+{
+    return text.compare(0, prefix.size(), prefix) == 0;
+}
 
 std::string trimmed(const std::string& text)
 {
@@ -45,13 +48,17 @@ bool isIpv6Loopback(const std::string& host)
 }
 
 // A name other than this one may lead to another machine, whatever it leads to today.
-bool isLoopback(const std::string& host) { return host == "localhost" || isIpv4Loopback(host) || isIpv6Loopback(host); }
+bool isLoopback(const std::string& host)
+{
+    return host == "localhost" || isIpv4Loopback(host) || isIpv6Loopback(host);
+}
 
 bool isPort(const std::string& text, Role role)
 {
     if (text == "*")
         return role == Role::Bind;
-    const bool digits = !text.empty() && text.size() <= 5 && text.find_first_not_of("0123456789") == std::string::npos;
+    const bool digits =
+        !text.empty() && text.size() <= 5 && text.find_first_not_of("0123456789") == std::string::npos;
     return digits && std::stoi(text) >= 1 && std::stoi(text) <= 65535;
 }
 
@@ -72,8 +79,9 @@ void checkKeysOf(Endpoint& endpoint, bool reachable)
     if (!error.empty())
         endpoint.problem = refusal(endpoint.address, error);
     else if (reachable && !endpoint.keys)
-        endpoint.problem = refusal(endpoint.address, "other machines can reach it, and there are no keys. Make a key file with "
-                                                     "\"kshop keys\" and set ZELK_IPR_KEYS to it for hosts and renders.");
+        endpoint.problem = refusal(endpoint.address,
+                                   "other machines can reach it, and there are no keys. Make a key file with "
+                                   "\"kshop keys\" and set ZELK_IPR_KEYS to it for hosts and renders.");
 }
 
 void checkTcp(Endpoint& endpoint, Role role)
@@ -83,7 +91,8 @@ void checkTcp(Endpoint& endpoint, Role role)
     const std::string host = rest.substr(0, colon);
     if (colon == std::string::npos || host.empty() || !isPort(rest.substr(colon + 1), role))
     {
-        endpoint.problem = refusal(endpoint.address, "it has no host and port from 1 to 65535. Write it as tcp://HOST:PORT.");
+        endpoint.problem = refusal(endpoint.address,
+                                   "it has no host and port from 1 to 65535. Write it as tcp://HOST:PORT.");
         return;
     }
     endpoint.ipv6 = host.front() == '[';
@@ -96,8 +105,9 @@ void checkIpc(Endpoint& endpoint)
     const std::size_t limit = sizeof(sockaddr_un::sun_path) - 1;
     std::string error;
     if (endpoint.path.size() > limit)
-        endpoint.problem = refusal(endpoint.address, "a socket's path has at most " + std::to_string(limit) +
-                                                         " bytes. Choose a shorter one in ZELK_IPR_ENDPOINT.");
+        endpoint.problem =
+            refusal(endpoint.address, "a socket's path has at most " + std::to_string(limit) +
+                                          " bytes. Choose a shorter one in ZELK_IPR_ENDPOINT.");
     else if (endpoint.path.empty() || endpoint.path == "*" || endpoint.path[0] == '@')
         endpoint.problem = refusal(endpoint.address, "it names no file. Write it as ipc://PATH.");
     else if (endpoint.address == defaultEndpoint() && !prepareRuntimeDirectory(runtimeDirectory(), error))
@@ -113,7 +123,8 @@ Endpoint parseEndpoint(const std::string& address, Role role)
     else if (startsWith(address, tcp_prefix))
         checkTcp(endpoint, role);
     else
-        endpoint.problem = refusal(address, "its kind is unknown. Write it as ipc://PATH or tcp://HOST:PORT.");
+        endpoint.problem =
+            refusal(address, "its kind is unknown. Write it as ipc://PATH or tcp://HOST:PORT.");
     return endpoint;
 }
 } // namespace

@@ -10,7 +10,11 @@
 namespace zelk::ipr
 {
 
-enum class Role { Bind, Connect };
+enum class Role
+{
+    Bind,
+    Connect
+};
 
 struct Endpoint
 {

@@ -15,7 +15,7 @@ namespace zelk::ipr
 {
 namespace
 {
-constexpr std::size_t key_size = 40;     // characters of Z85
+constexpr std::size_t key_size = 40; // characters of Z85
 constexpr std::size_t max_file_size = 64 * 1024;
 
 struct KeyRow
@@ -58,7 +58,8 @@ bool makePair(std::string& publicKey, std::string& secretKey)
 
 std::string textOf(const Keys& keys)
 {
-    std::string text = "# Keys of the interactive render. Whoever can read this file can read edits and send them.\n";
+    std::string text =
+        "# Keys of the interactive render. Whoever can read this file can read edits and send them.\n";
     for (const KeyRow& row : key_rows)
         text += std::string(row.name) + " " + keys.*row.key + "\n";
     return text;
@@ -97,7 +98,8 @@ std::string objectionTo(const File& file)
     if (status.st_uid != geteuid() && status.st_uid != 0)
         return "belongs to another user. Use a file of your own.";
     if ((status.st_mode & 077) != 0)
-        return "can be read by other users. Run \"chmod 600\" on it, or make a new one if they may have done so.";
+        return "can be read by other users. Run \"chmod 600\" on it, or make a new one if they may have done "
+               "so.";
     return "";
 }
 

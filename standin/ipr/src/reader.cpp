@@ -19,7 +19,7 @@ struct Malformed : std::runtime_error
 };
 
 // A name from outside, fit for a message: short and printable.
-std::string quoted(std::string_view name)
+std::string forMessage(std::string_view name)
 {
     constexpr std::size_t shown = 60;
     std::string text = "\"";
@@ -28,7 +28,10 @@ std::string quoted(std::string_view name)
     return text + (name.size() > shown ? "...\"" : "\"");
 }
 
-[[noreturn]] void fail(const std::string& place, const std::string& what) { throw Malformed(place + ": " + what); }
+[[noreturn]] void fail(const std::string& place, const std::string& what)
+{
+    throw Malformed(place + ": " + what);
+}
 
 const Token& expect(TokenCursor& cursor, TokenKind kind, const std::string& place, const char* what)
 {
@@ -53,7 +56,7 @@ std::array<const Token*, count> fields(TokenCursor& cursor, const std::array<con
             if (key.text() != keys[k])
                 continue;
             if (found[k])
-                fail(place, "the key " + quoted(keys[k]) + " appears twice");
+                fail(place, "the key " + forMessage(keys[k]) + " appears twice");
             found[k] = &cursor.peek();
         }
         cursor.skip();
@@ -64,7 +67,7 @@ std::array<const Token*, count> fields(TokenCursor& cursor, const std::array<con
 TokenCursor required(const Token* value, const char* key, const std::string& place)
 {
     if (!value)
-        fail(place, "the key " + quoted(key) + " is missing");
+        fail(place, "the key " + forMessage(key) + " is missing");
     return TokenCursor(value);
 }
 
@@ -81,7 +84,8 @@ std::uint8_t readCode(TokenCursor cursor, const std::string& place)
     return static_cast<std::uint8_t>(token.integer);
 }
 
-void readCell(TokenCursor& cursor, const Codec& codec, void* cell, ReceivedDelta& owner, const std::string& place)
+void readCell(TokenCursor& cursor, const Codec& codec, void* cell, ReceivedDelta& owner,
+              const std::string& place)
 {
     if (!codec.unpack(cursor, cell, owner))
         fail(place, std::string(codec.expected) + " was expected");
@@ -100,13 +104,15 @@ KtArray* readArray(TokenCursor cursor, ReceivedDelta& owner, const std::string& 
     const std::uint32_t count = expect(values, TokenKind::List, place + ".values", "a list").size;
     const std::uint8_t keyCount = keyCountAt ? readCode(TokenCursor(keyCountAt), place + ".key_count") : 1;
     if (keyCount == 0 ? count != 0 : count % keyCount != 0)
-        fail(place, std::to_string(count) + " values do not fill " + std::to_string(keyCount) + " motion keys");
+        fail(place,
+             std::to_string(count) + " values do not fill " + std::to_string(keyCount) + " motion keys");
 
     KtArray* array = owner.makeArray(keyCount ? count / keyCount : 0, keyCount, code);
     if (!array)
         fail(place, "there is no memory for " + std::to_string(count) + " elements");
     for (std::uint32_t i = 0; i < count; ++i)
-        readCell(values, *type->element, static_cast<char*>(array->data) + i * type->element->bytes, owner, place);
+        readCell(values, *type->element, static_cast<char*>(array->data) + i * type->element->bytes, owner,
+                 place);
     return array;
 }
 
@@ -126,7 +132,7 @@ void readValue(TokenCursor cursor, DeltaParm& parm, ReceivedDelta& owner, const 
 void readParm(TokenCursor& cursor, const std::string& name, ReceivedDelta& delta)
 {
     static const std::array<const char*, 2> keys = {"type", "value"};
-    const std::string place = "parameter " + quoted(name);
+    const std::string place = "parameter " + forMessage(name);
     const auto [typeAt, valueAt] = fields(cursor, keys, place);
     const auto [entry, isNew] = delta.emplace(name, DeltaParm());
     if (!isNew)

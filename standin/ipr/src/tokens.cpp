@@ -9,8 +9,9 @@ namespace zelk::ipr
 {
 namespace
 {
-constexpr std::size_t max_depth = 8;          // a record has six levels
-constexpr std::size_t max_tokens = 8'000'000; // of 16 bytes each; a colour ramp of a million keys has six million
+constexpr std::size_t max_depth = 8; // a record has six levels
+constexpr std::size_t max_tokens =
+    8'000'000; // of 16 bytes each; a colour ramp of a million keys has six million
 
 class Tokenizer : public msgpack::null_visitor
 {
@@ -21,7 +22,10 @@ public:
 
     bool visit_nil() { return add(TokenKind::Other) != nullptr; }
     bool visit_boolean(bool value) { return set(TokenKind::Flag, &Token::flag, value); }
-    bool visit_negative_integer(std::int64_t value) { return set(TokenKind::Integer, &Token::integer, value); }
+    bool visit_negative_integer(std::int64_t value)
+    {
+        return set(TokenKind::Integer, &Token::integer, value);
+    }
     bool visit_float64(double value) { return set(TokenKind::Double, &Token::real, value); }
     bool visit_bin(const char* bytes, std::uint32_t size) { return visit_str(bytes, size); }
     bool visit_ext(const char*, std::uint32_t) { return add(TokenKind::Other) != nullptr; }
@@ -53,7 +57,10 @@ public:
     bool start_array(std::uint32_t count) { return enter(TokenKind::List, count); }
     bool start_map(std::uint32_t pairs) { return enter(TokenKind::Map, pairs); }
 
-    void parse_error(std::size_t, std::size_t offset) { m_problem = "byte " + std::to_string(offset) + " begins no value"; }
+    void parse_error(std::size_t, std::size_t offset)
+    {
+        m_problem = "byte " + std::to_string(offset) + " begins no value";
+    }
     void insufficient_bytes(std::size_t, std::size_t offset)
     {
         m_problem = "the text ends at byte " + std::to_string(offset) + " within a value";

@@ -9,7 +9,17 @@
 namespace zelk::ipr
 {
 
-enum class TokenKind : std::uint8_t { Flag, Integer, Float, Double, Text, List, Map, Other };
+enum class TokenKind : std::uint8_t
+{
+    Flag,
+    Integer,
+    Float,
+    Double,
+    Text,
+    List,
+    Map,
+    Other
+};
 
 /// One value; those inside a list or a map follow it, a map's keys and values in turn.
 struct Token

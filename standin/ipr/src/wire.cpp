@@ -125,7 +125,8 @@ constexpr Codec float2_codec = floats_codec<2>("a list of 2 numbers");
 constexpr Codec float3_codec = floats_codec<3>("a list of 3 numbers");
 constexpr Codec float4_codec = floats_codec<4>("a list of 4 numbers");
 constexpr Codec matrix_codec = floats_codec<16>("a list of 16 numbers");
-constexpr Codec text_codec = {sizeof(const char*), "a text without zero bytes", packPointedText, unpackPointedText};
+constexpr Codec text_codec = {sizeof(const char*), "a text without zero bytes", packPointedText,
+                              unpackPointedText};
 
 // A single value comes from the host as the host evaluates it: signed 32 bits for every whole number, and an item's name for
 // an enumeration. The elements of an array are the renderer's own.

@@ -25,15 +25,20 @@ using Packer = msgpack::packer<TextStream>;
 /// How one value in memory goes into a text and comes back.
 struct Codec
 {
-    std::size_t bytes;                      ///< size in memory
-    const char* expected;                   ///< what a text must hold, for messages
+    std::size_t bytes;    ///< size in memory
+    const char* expected; ///< what a text must hold, for messages
     void (*pack)(Packer&, const void* cell);
     /// Reads the value at the cursor, which is left behind it. False when it is something else.
     bool (*unpack)(TokenCursor&, void* cell, ReceivedDelta& owner);
 };
 
 /// In which member of DeltaParm a single value of a type is.
-enum class Place { Value, Matrix, Text };
+enum class Place
+{
+    Value,
+    Matrix,
+    Text
+};
 
 struct WireType
 {

@@ -3,6 +3,8 @@
 
 #include <cstdarg>
 #include <cstdio>
+#include <cstdlib>
+#include <memory>
 #include <string>
 
 namespace
@@ -19,15 +21,10 @@ Console console;
 
 std::string formatted(const char* format, std::va_list arguments)
 {
-    std::va_list again;
-    va_copy(again, arguments);
-    const int length = std::vsnprintf(nullptr, 0, format, again);
-    va_end(again);
-    if (length < 0)
-        return format;
-    std::string text(static_cast<std::size_t>(length) + 1, '\0');
-    std::vsnprintf(&text[0], text.size(), format, arguments);
-    text.pop_back();
+    char* text = nullptr;
+    if (::vasprintf(&text, format, arguments) < 0)
+        return format; // better than nothing
+    const std::unique_ptr<char, void (*)(void*)> owner(text, &std::free);
     return text;
 }
 

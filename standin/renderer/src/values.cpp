@@ -34,7 +34,7 @@ KtArray* copyArray(Arena& arena, const KtArray* array)
     const std::size_t count = array->data ? std::size_t(array->nelements) * array->nkeys : 0;
     const std::size_t bytes = count * elementSize(array->type);
     copy->data = arena.allocate(bytes);
-    if (bytes > 0)
+    if (array->data)
         std::memcpy(copy->data, array->data, bytes);
     if (array->type == KR_TYPE_STRING)
         for (std::size_t i = 0; i < count; ++i)

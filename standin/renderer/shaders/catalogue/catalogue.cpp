@@ -57,7 +57,7 @@ bool hasParameter(const Node& node, const std::string& name)
 std::string parameterOf(const Place& item, const Node& node)
 {
     const Place parameter = item.member("parameter");
-    const std::string name = parameter.json.is_null() ? "" : textAt(parameter);
+    std::string name = parameter.json.is_null() ? "" : textAt(parameter);
     if (!name.empty() && !hasParameter(node, name))
         throw Mistake(parameter, "There is no parameter " + quoted(parameter.json),
                       "name a parameter of this node");

@@ -59,7 +59,7 @@ std::string allTypeWords()
 template <typename T>
 void put(void* memory, T value)
 {
-    std::memcpy(memory, &value, sizeof value);
+    std::memcpy(memory, &value, sizeof(T));
 }
 
 void putFloats(void* memory, std::size_t count, const Place& place)

@@ -43,7 +43,7 @@ struct Row
     const char* text;
     const char* value;
 };
-}  // namespace
+} // namespace
 
 class ExpressionValue : public testing::TestWithParam<Row>
 {
@@ -54,43 +54,46 @@ TEST_P(ExpressionValue, IsWhatTheLanguageSays)
     EXPECT_EQ(valueOf(GetParam().text), GetParam().value) << GetParam().text;
 }
 
-INSTANTIATE_TEST_SUITE_P(
-    Arithmetic, ExpressionValue,
-    testing::Values(Row{"1 + 2 * 3", "7"}, Row{"(1 + 2) * 3", "9"}, Row{"-2 ^ 2", "-4"}, Row{"7 % 4", "3"},
-                    Row{"2 - 3 - 4", "-5"}, Row{"1e3", "1000"}, Row{".5", "0.5"}, Row{"--1", "1"}, Row{"!0 + !3", "1"},
-                    Row{"1 / 0", "error: column 4: division by zero"}));
+INSTANTIATE_TEST_SUITE_P(Arithmetic, ExpressionValue,
+                         testing::Values(Row{"1 + 2 * 3", "7"}, Row{"(1 + 2) * 3", "9"}, Row{"-2 ^ 2", "-4"},
+                                         Row{"7 % 4", "3"}, Row{"2 - 3 - 4", "-5"}, Row{"1e3", "1000"},
+                                         Row{".5", "0.5"}, Row{"--1", "1"}, Row{"!0 + !3", "1"},
+                                         Row{"1 / 0", "error: column 4: division by zero"}));
 
-INSTANTIATE_TEST_SUITE_P(
-    Comparison, ExpressionValue,
-    testing::Values(Row{"1 < 2 && 2 <= 2", "1"}, Row{"1 == 1.0", "1"}, Row{"\"a\" == \"a\"", "1"},
-                    Row{"\"a\" < \"b\"", "1"}, Row{"\"10\" == 10", "1"}, Row{"0 || 0", "0"}, Row{"1 != 2", "1"},
-                    Row{"3 >= 4", "0"}, Row{"0 && 1 / 0", "0"}));
+INSTANTIATE_TEST_SUITE_P(Comparison, ExpressionValue,
+                         testing::Values(Row{"1 < 2 && 2 <= 2", "1"}, Row{"1 == 1.0", "1"},
+                                         Row{"\"a\" == \"a\"", "1"}, Row{"\"a\" < \"b\"", "1"},
+                                         Row{"\"10\" == 10", "1"}, Row{"0 || 0", "0"}, Row{"1 != 2", "1"},
+                                         Row{"3 >= 4", "0"}, Row{"0 && 1 / 0", "0"}));
 
-INSTANTIATE_TEST_SUITE_P(
-    NamesAndFunctions, ExpressionValue,
-    testing::Values(Row{"ch(\"x\") * 2", "4"}, Row{"chf('x')", "2"}, Row{"chs(\"x\")", "text: two"}, Row{"$F", "25"},
-                    Row{"$FF", "25"}, Row{"$T", "1"}, Row{"${F} + 1", "26"}, Row{"$NAME", "text: joe"},
-                    Row{"\"hi $NAME `1 + 1`\"", "text: hi joe 2"}, Row{"'hi $NAME'", "text: hi $NAME"},
-                    Row{"$NAME + 1", "text: joe1"}, Row{"if(1 > 2, 10, 20)", "20"}, Row{"max(1, 5)", "5"},
-                    Row{"clamp(7, 0, 5)", "5"}, Row{"fit(5, 0, 10, 100, 200)", "150"}, Row{"sin(90)", "1"},
-                    Row{"int(2.9)", "2"}, Row{"toupper(\"ab\")", "text: AB"}, Row{"strlen(\"abc\")", "3"}));
+INSTANTIATE_TEST_SUITE_P(NamesAndFunctions, ExpressionValue,
+                         testing::Values(Row{"ch(\"x\") * 2", "4"}, Row{"chf('x')", "2"},
+                                         Row{"chs(\"x\")", "text: two"}, Row{"$F", "25"}, Row{"$FF", "25"},
+                                         Row{"$T", "1"}, Row{"${F} + 1", "26"}, Row{"$NAME", "text: joe"},
+                                         Row{"\"hi $NAME `1 + 1`\"", "text: hi joe 2"},
+                                         Row{"'hi $NAME'", "text: hi $NAME"}, Row{"$NAME + 1", "text: joe1"},
+                                         Row{"if(1 > 2, 10, 20)", "20"}, Row{"max(1, 5)", "5"},
+                                         Row{"clamp(7, 0, 5)", "5"}, Row{"fit(5, 0, 10, 100, 200)", "150"},
+                                         Row{"sin(90)", "1"}, Row{"int(2.9)", "2"},
+                                         Row{"toupper(\"ab\")", "text: AB"}, Row{"strlen(\"abc\")", "3"}));
 
 INSTANTIATE_TEST_SUITE_P(
     Mistakes, ExpressionValue,
-    testing::Values(Row{"", "error: column 1: a value is missing"}, Row{"1 +", "error: column 4: a value is missing"},
-                    Row{"1 2", "error: column 3: '2' is not expected here"},
-                    Row{"(1", "error: column 3: a closing ) is missing"},
-                    Row{"\"abc", "error: column 1: the text has no closing \""},
-                    Row{"hello",
-                        "error: column 1: 'hello' is not a value; a text stands in quotes, a variable begins with '$'"},
-                    Row{"1 + nope(3)", "error: column 5: there is no function nope()"},
-                    Row{"max(1)", "error: column 1: max() takes 2 arguments, not 1"},
-                    Row{"1 + $NOPE", "error: column 5: there is no variable $NOPE"},
-                    Row{"ch(\"y\")", "error: column 1: there is no channel \"y\""},
-                    Row{"sqrt(-1)", "error: column 1: the result is no finite number"},
-                    Row{"2x", "error: column 2: 'x' does not belong to a number"},
-                    Row{"${F", "error: column 4: the name of the variable has no closing }"},
-                    Row{"1,5", "error: column 2: ',' is not expected here"}));
+    testing::Values(
+        Row{"", "error: column 1: a value is missing"}, Row{"1 +", "error: column 4: a value is missing"},
+        Row{"1 2", "error: column 3: '2' is not expected here"},
+        Row{"(1", "error: column 3: a closing ) is missing"},
+        Row{"\"abc", "error: column 1: the text has no closing \""},
+        Row{"hello",
+            "error: column 1: 'hello' is not a value; a text stands in quotes, a variable begins with '$'"},
+        Row{"1 + nope(3)", "error: column 5: there is no function nope()"},
+        Row{"max(1)", "error: column 1: max() takes 2 arguments, not 1"},
+        Row{"1 + $NOPE", "error: column 5: there is no variable $NOPE"},
+        Row{"ch(\"y\")", "error: column 1: there is no channel \"y\""},
+        Row{"sqrt(-1)", "error: column 1: the result is no finite number"},
+        Row{"2x", "error: column 2: 'x' does not belong to a number"},
+        Row{"${F", "error: column 4: the name of the variable has no closing }"},
+        Row{"1,5", "error: column 2: ',' is not expected here"}));
 
 TEST(Expression, DeepNestingIsRefusedAndDoesNotExhaustTheStack)
 {
@@ -120,7 +123,7 @@ std::string expanded(const char* text)
     const bool good = CHexpandString(text, surroundings, result, error);
     return good ? result : result + "|" + error;
 }
-}  // namespace
+} // namespace
 
 class Expansion : public testing::TestWithParam<Row>
 {
@@ -134,11 +137,12 @@ TEST_P(Expansion, ReplacesVariablesAndBackquotes)
 INSTANTIATE_TEST_SUITE_P(
     Texts, Expansion,
     testing::Values(Row{"a$NAME.x", "ajoe.x"}, Row{"${NAME}1", "joe1"}, Row{"$UNKNOWN/x", "$UNKNOWN/x"},
-                    Row{"\\$NAME", "$NAME"}, Row{"`1+2`3", "33"}, Row{"\\`1\\`", "`1`"}, Row{"cost: $", "cost: $"},
-                    Row{"`1+2", "`1+2"}, Row{"img.$F4.exr", "img.0025.exr"}, Row{"c:\\dir\\x", "c:\\dir\\x"},
-                    Row{"${NAME", "${NAME"}, Row{"", ""},
-                    Row{"a`oops`b$NAME", "abjoe|in `oops`: column 1: 'oops' is not a value; a text stands in quotes, a "
-                                         "variable begins with '$'"}));
+                    Row{"\\$NAME", "$NAME"}, Row{"`1+2`3", "33"}, Row{"\\`1\\`", "`1`"},
+                    Row{"cost: $", "cost: $"}, Row{"`1+2", "`1+2"}, Row{"img.$F4.exr", "img.0025.exr"},
+                    Row{"c:\\dir\\x", "c:\\dir\\x"}, Row{"${NAME", "${NAME"}, Row{"", ""},
+                    Row{"a`oops`b$NAME",
+                        "abjoe|in `oops`: column 1: 'oops' is not a value; a text stands in quotes, a "
+                        "variable begins with '$'"}));
 
 TEST(Numbers, AreReadAndPrintedTheSameUnderEveryLocale)
 {

@@ -8,7 +8,6 @@
 #include <gtest/gtest.h>
 
 #include <clocale>
-#include <thread>
 
 TEST(String, BorrowsUntilItIsHardened)
 {
@@ -83,13 +82,13 @@ TEST_P(SmartQuotes, MakeALiteralThatReadsBackUnchanged)
     EXPECT_STREQ(UT_String(GetParam().text).makeSmartQuotedString('\''), GetParam().literal);
 }
 
-INSTANTIATE_TEST_SUITE_P(Texts, SmartQuotes,
-                         testing::Values(QuoteRow{"plain", "'plain'"}, QuoteRow{"", "''"},
-                                         QuoteRow{"it's", "\"it's\""}, QuoteRow{"say \"x\"", "'say \"x\"'"},
-                                         QuoteRow{"it's \"x\"", "'it\\'s \"x\"'"},
-                                         QuoteRow{"a\\b", "'a\\\\b'"}, QuoteRow{"a\nb\t", "'a\\nb\\t'"},
-                                         QuoteRow{"\x01", "'\\x01'"}, QuoteRow{"gr\xC3\xBC\xC3\x9F", "'gr\xC3\xBC\xC3\x9F'"},
-                                         QuoteRow{"\xFF", "'\\xff'"}, QuoteRow{"\xED\xA0\x80", "'\\xed\\xa0\\x80'"}));
+INSTANTIATE_TEST_SUITE_P(
+    Texts, SmartQuotes,
+    testing::Values(QuoteRow{"plain", "'plain'"}, QuoteRow{"", "''"}, QuoteRow{"it's", "\"it's\""},
+                    QuoteRow{"say \"x\"", "'say \"x\"'"}, QuoteRow{"it's \"x\"", "'it\\'s \"x\"'"},
+                    QuoteRow{"a\\b", "'a\\\\b'"}, QuoteRow{"a\nb\t", "'a\\nb\\t'"},
+                    QuoteRow{"\x01", "'\\x01'"}, QuoteRow{"gr\xC3\xBC\xC3\x9F", "'gr\xC3\xBC\xC3\x9F'"},
+                    QuoteRow{"\xFF", "'\\xff'"}, QuoteRow{"\xED\xA0\x80", "'\\xed\\xa0\\x80'"}));
 
 TEST(StringHolder, CopiesShareOneText)
 {

@@ -50,13 +50,14 @@ TEST(ParmType, IsNamedWithoutItsFlags)
 
 TEST(ParmType, NoTwoKindsAreEqual)
 {
-    const PRM_Type kinds[] = {
-        PRM_TYPE_ZERO,     PRM_INT,         PRM_INT_J,          PRM_INT_E,   PRM_FLT,       PRM_FLT_J,
-        PRM_FLT_E,         PRM_RGB,         PRM_RGB_J,          PRM_RGBA,    PRM_RGBA_J,    PRM_XYZ,
-        PRM_XYZ_J,         PRM_UVW,         PRM_ORD,            PRM_TOGGLE,  PRM_CALLBACK,  PRM_JOINED_TOGGLE,
-        PRM_BUTTONSTRIP,   PRM_SWITCHER,    PRM_STRING,         PRM_FILE,    PRM_PICFILE,   PRM_ALPHASTRING,
-        PRM_STRING_OPREF,  PRM_GEOFILE,     PRM_STRING_OPLIST,  PRM_LABEL,   PRM_DIRECTORY, PRM_HEADING,
-        PRM_SEPARATOR,     PRM_LIST_TERMINATOR};
+    const PRM_Type kinds[] = {PRM_TYPE_ZERO,    PRM_INT,           PRM_INT_J,         PRM_INT_E,
+                              PRM_FLT,          PRM_FLT_J,         PRM_FLT_E,         PRM_RGB,
+                              PRM_RGB_J,        PRM_RGBA,          PRM_RGBA_J,        PRM_XYZ,
+                              PRM_XYZ_J,        PRM_UVW,           PRM_ORD,           PRM_TOGGLE,
+                              PRM_CALLBACK,     PRM_JOINED_TOGGLE, PRM_BUTTONSTRIP,   PRM_SWITCHER,
+                              PRM_STRING,       PRM_FILE,          PRM_PICFILE,       PRM_ALPHASTRING,
+                              PRM_STRING_OPREF, PRM_GEOFILE,       PRM_STRING_OPLIST, PRM_LABEL,
+                              PRM_DIRECTORY,    PRM_HEADING,       PRM_SEPARATOR,     PRM_LIST_TERMINATOR};
     const int count = static_cast<int>(sizeof(kinds) / sizeof(kinds[0]));
     for (int i = 0; i < count; ++i)
         for (int j = 0; j < count; ++j)
@@ -106,8 +107,8 @@ TEST(ParmTemplate, FullInitialiserKeepsEveryArgument)
     PRM_Name name("a", "A");
     PRM_Range range(PRM_RANGE_RESTRICTED, 0, PRM_RANGE_UI, 10);
     PRM_ConditionalGroup conditions;
-    const PRM_Template tmpl(PRM_INT, PRM_TYPE_NO_LABEL, PRM_Template::PRM_EXPORT_MAX, 2, &name, PRMoneDefaults,
-                            nullptr, &range, 0, nullptr, 7, "help", &conditions);
+    const PRM_Template tmpl(PRM_INT, PRM_TYPE_NO_LABEL, PRM_Template::PRM_EXPORT_MAX, 2, &name,
+                            PRMoneDefaults, nullptr, &range, 0, nullptr, 7, "help", &conditions);
     EXPECT_EQ(tmpl.getTypeExtended(), PRM_TYPE_NO_LABEL);
     EXPECT_EQ(tmpl.exportLevel(), PRM_Template::PRM_EXPORT_MAX);
     EXPECT_EQ(tmpl.getVectorSize(), 2);
@@ -169,13 +170,12 @@ TEST_P(ChannelsOf, AreTheTokenWithTheKindsSuffixes)
     EXPECT_EQ(tmpl.findSubIndex("q"), -1);
 }
 
-INSTANTIATE_TEST_SUITE_P(Kinds, ChannelsOf,
-                         testing::Values(ChannelRow{&PRM_FLT, 1, {"p"}}, ChannelRow{&PRM_RGB, 3, {"pr", "pg", "pb"}},
-                                         ChannelRow{&PRM_RGBA, 4, {"pr", "pg", "pb", "pa"}},
-                                         ChannelRow{&PRM_XYZ_J, 3, {"px", "py", "pz"}},
-                                         ChannelRow{&PRM_UVW, 2, {"pu", "pv"}},
-                                         ChannelRow{&PRM_FLT, 2, {"p1", "p2"}},
-                                         ChannelRow{&PRM_STRING, 3, {"p1", "p2", "p3"}}));
+INSTANTIATE_TEST_SUITE_P(
+    Kinds, ChannelsOf,
+    testing::Values(ChannelRow{&PRM_FLT, 1, {"p"}}, ChannelRow{&PRM_RGB, 3, {"pr", "pg", "pb"}},
+                    ChannelRow{&PRM_RGBA, 4, {"pr", "pg", "pb", "pa"}},
+                    ChannelRow{&PRM_XYZ_J, 3, {"px", "py", "pz"}}, ChannelRow{&PRM_UVW, 2, {"pu", "pv"}},
+                    ChannelRow{&PRM_FLT, 2, {"p1", "p2"}}, ChannelRow{&PRM_STRING, 3, {"p1", "p2", "p3"}}));
 
 TEST(ParmRange, ClampsOnlyToEndsThatRestrict)
 {

@@ -3,6 +3,7 @@
 #include <SHOP/SHOP_Node.h>
 #include <VOP/VOP_Node.h>
 
+#include <memory>
 #include <stdexcept>
 
 #ifndef RELEASE
@@ -26,7 +27,9 @@ namespace
 
 void add(OP_OperatorTable* table, const char* name)
 {
-    table->addOperator(new VOP_Operator(name, name, nullptr, nullptr, 0, 0, "*"));
+    std::unique_ptr<OP_Operator> op(new VOP_Operator(name, name, nullptr, nullptr, 0, 0, "*"));
+    if (table->addOperator(op.get()))
+        op.release();
 }
 
 } // namespace

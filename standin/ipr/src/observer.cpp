@@ -1,4 +1,4 @@
-#include "observe.h"
+#include "observer.h"
 #include "process.h"
 
 #include <zelk/ipr/observe.h>
