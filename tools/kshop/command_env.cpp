@@ -40,6 +40,7 @@ std::vector<std::string> hostPath()
 {
     const UT_PathSearch* path = UT_PathSearch::getInstance(UT_HOUDINI_PATH);
     std::vector<std::string> result;
+    result.reserve(static_cast<std::size_t>(path->getEntries()));
     for (int i = 0; i < path->getEntries(); ++i)
         result.emplace_back(path->getEntry(i));
     return result;

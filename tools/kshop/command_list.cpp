@@ -87,6 +87,7 @@ std::string unregisteredPart(const std::vector<UnregisteredEntry>& entries, cons
     const std::string count = std::to_string(entries.size());
     std::string text = style.title("Renderer entries without a node type: " + count) + "\n";
     std::vector<std::vector<std::string>> rows;
+    rows.reserve(entries.size());
     for (const UnregisteredEntry& entry : entries)
         rows.push_back({printable(entry.name), printable(entry.reason)});
     return text + tableText(rows, "  ");

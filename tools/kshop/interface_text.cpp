@@ -321,6 +321,7 @@ std::string parametersText(const std::vector<TemplateFacts>& templates, const St
 std::string connectorsText(const char* title, const std::vector<ConnectorFacts>& connectors)
 {
     std::vector<std::vector<std::string>> rows;
+    rows.reserve(connectors.size());
     for (const ConnectorFacts& connector : connectors)
         rows.push_back(
             {std::to_string(rows.size()), printable(connector.label), printable(connector.name),

@@ -22,20 +22,20 @@ const char* const replacement_character = "\xEF\xBF\xBD";
 
 bool isContinuation(char c) { return (static_cast<unsigned char>(c) & 0xC0) == 0x80; }
 
-/// Length of a sequence by its first byte, and the least code point that needs as much.
+/// Length of a sequence by the bits of its first byte, and the least code point that needs as much.
 struct SequenceRow
 {
-    unsigned char mask;
-    unsigned char lead;
     std::size_t length;
     std::uint32_t least;
+    unsigned char mask;
+    unsigned char lead;
 };
 
 const SequenceRow sequence_rows[] = {
-    {0x80, 0x00, 1, 0x0},
-    {0xE0, 0xC0, 2, 0x80},
-    {0xF0, 0xE0, 3, 0x800},
-    {0xF8, 0xF0, 4, 0x10000},
+    {1, 0x0, 0x80, 0x00},
+    {2, 0x80, 0xE0, 0xC0},
+    {3, 0x800, 0xF0, 0xE0},
+    {4, 0x10000, 0xF8, 0xF0},
 };
 
 bool isScalarValue(std::uint32_t code) { return code <= 0x10FFFF && (code < 0xD800 || code > 0xDFFF); }

@@ -8,10 +8,15 @@ namespace
 {
 // The text, and what the text, its owner and the queue take besides.
 std::size_t memoryOf(const std::string& text) { return text.capacity() + 96; }
+
+// A text that grew may own twice what it needs. Giving that back costs a copy, which only long texts are worth.
+constexpr std::size_t tolerated_slack = 1u << 20;
 } // namespace
 
 bool Backlog::add(std::string text)
 {
+    if (text.capacity() - text.size() > tolerated_slack)
+        text.shrink_to_fit();
     const std::size_t bytes = memoryOf(text);
     auto record = std::make_shared<const std::string>(std::move(text));
     const std::lock_guard<std::mutex> lock(m_mutex);

@@ -59,22 +59,30 @@ public:
 
     void run()
     {
+        std::uint64_t seen = passOn();
         while (!isDone())
         {
-            const std::uint64_t seen = m_shared.backlog.end();
-            std::uint64_t passed = seen;
-            for (RenderLink& link : m_links)
-            {
-                link.advance();
-                passed = std::min(passed, link.place());
-            }
-            m_shared.backlog.release(passed);
             sleep(seen);
+            seen = passOn();
         }
         hangUp();
     }
 
 private:
+    // Returns the end of what the links have seen.
+    std::uint64_t passOn()
+    {
+        const std::uint64_t seen = m_shared.backlog.end();
+        std::uint64_t passed = seen;
+        for (RenderLink& link : m_links)
+        {
+            link.advance();
+            passed = std::min(passed, link.place());
+        }
+        m_shared.backlog.release(passed);
+        return seen;
+    }
+
     bool isDone() const
     {
         const std::lock_guard<std::mutex> lock(m_shared.mutex);

@@ -6,8 +6,6 @@ namespace zelk::ipr
 {
 namespace
 {
-void packKey(Packer& packer, const char* key) { packText(packer, key); }
-
 // Null when the array cannot be told: there is none, or its elements mean something in the sender's process only.
 const Codec* elementCodec(const DeltaParm& parm)
 {
@@ -21,14 +19,14 @@ void packArray(Packer& packer, const KtArray& array, const Codec& codec)
 {
     const std::uint64_t count = array.data ? std::uint64_t(array.nelements) * array.nkeys : 0;
     packer.pack_map(array.nkeys == 1 ? 2 : 3);
-    packKey(packer, "element_type");
+    packer.packText("element_type");
     packer.pack(array.type);
     if (array.nkeys != 1)
     {
-        packKey(packer, "key_count");
+        packer.packText("key_count");
         packer.pack(array.nkeys);
     }
-    packKey(packer, "values");
+    packer.packText("values");
     packer.pack_array(static_cast<std::uint32_t>(count));
     for (std::uint64_t i = 0; i < count; ++i)
         codec.pack(packer, static_cast<const char*>(array.data) + i * codec.bytes);
@@ -44,17 +42,17 @@ void packValue(Packer& packer, const DeltaParm& parm)
     else if (type && type->place == Place::Matrix)
         type->single->pack(packer, &parm.matrix);
     else if (parm.type == KR_TYPE_ARRAY && parm.value.array)
-        packText(packer, "<unhandled>");
+        packer.packText("<unhandled>");
     else
-        packText(packer, parm.str);
+        packer.packText(parm.str);
 }
 
 void packParm(Packer& packer, const DeltaParm& parm)
 {
     packer.pack_map(2);
-    packKey(packer, "type");
+    packer.packText("type");
     packer.pack(parm.type);
-    packKey(packer, "value");
+    packer.packText("value");
     packValue(packer, parm);
 }
 } // namespace
@@ -69,15 +67,15 @@ std::string Delta::serialize() const
     TextStream stream{text};
     Packer packer(stream);
     packer.pack_map(3);
-    packKey(packer, "node_path");
-    packText(packer, nodePath);
-    packKey(packer, "entry_name");
-    packText(packer, entryName);
-    packKey(packer, "parms");
+    packer.packText("node_path");
+    packer.packText(nodePath);
+    packer.packText("entry_name");
+    packer.packText(entryName);
+    packer.packText("parms");
     packer.pack_map(static_cast<std::uint32_t>(size()));
     for (const auto& [name, parm] : *this)
     {
-        packText(packer, name);
+        packer.packText(name);
         packParm(packer, parm);
     }
     return text;

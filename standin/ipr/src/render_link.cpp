@@ -15,7 +15,7 @@ using namespace std::chrono_literals;
 constexpr auto pause_after_nobody = 10ms; // how old a record may be that a render which has just come up gets
 constexpr auto pause_after_refusal = 1s;
 constexpr auto connect_patience = 2s; // until something accepts the connection
-constexpr auto answer_patience = 10s; // until we tell that it does not answer
+constexpr auto answer_patience = 5s;  // until we tell that it does not answer
 constexpr std::size_t batch = 64;     // records fetched at once
 constexpr int batches_per_turn = 8;   // then the other links have theirs
 
@@ -185,7 +185,7 @@ void RenderLink::checkPatience()
     else if (m_reached && waited >= answer_patience)
         warnOnce(m_warnedSilent,
                  "Something at " + m_endpoint.address +
-                     " has taken the connection but says nothing. Is it a render, and is it running?");
+                     " has taken the connection but does not answer. Is it a render, and is it running?");
 }
 
 void RenderLink::passOn()

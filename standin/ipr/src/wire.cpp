@@ -73,7 +73,7 @@ void packFloats(Packer& packer, const void* cell)
     if (count > 1)
         packer.pack_array(count);
     for (int i = 0; i < count; ++i)
-        packer.pack_float(load<float>(static_cast<const char*>(cell) + i * sizeof(float)));
+        packer.packFloatBits(load<std::uint32_t>(static_cast<const char*>(cell) + i * sizeof(float)));
 }
 
 template <int count>
@@ -155,10 +155,17 @@ const WireType* findWireType(int code)
     return row == std::end(wire_types) ? nullptr : row;
 }
 
-void packText(Packer& packer, const std::string& text)
+void Packer::packFloatBits(std::uint32_t bits)
 {
-    packer.pack_str(static_cast<std::uint32_t>(text.size()));
-    packer.pack_str_body(text.data(), static_cast<std::uint32_t>(text.size()));
+    const char bytes[] = {'\xca', static_cast<char>(bits >> 24), static_cast<char>(bits >> 16),
+                          static_cast<char>(bits >> 8), static_cast<char>(bits)};
+    m_stream.write(bytes, sizeof bytes);
+}
+
+void Packer::packText(const std::string& text)
+{
+    pack_str(static_cast<std::uint32_t>(text.size()));
+    pack_str_body(text.data(), static_cast<std::uint32_t>(text.size()));
 }
 
 } // namespace zelk::ipr

@@ -20,7 +20,21 @@ struct TextStream
     std::string& text;
     void write(const char* data, std::size_t size) { text.append(data, size); }
 };
-using Packer = msgpack::packer<TextStream>;
+
+/// The library's packer, but for floats: it would make an integer of each that has no fraction, and lose the minus of a zero.
+class Packer : public msgpack::packer<TextStream>
+{
+public:
+    explicit Packer(TextStream& stream) : msgpack::packer<TextStream>(stream), m_stream(stream) {}
+
+    /// As 32 bits, whatever they mean.
+    void packFloatBits(std::uint32_t bits);
+
+    void packText(const std::string& text);
+
+private:
+    TextStream& m_stream;
+};
 
 /// How one value in memory goes into a text and comes back.
 struct Codec
@@ -51,7 +65,5 @@ struct WireType
 
 /// The row of a type code. Null for those that have no value of their own, and for KR_TYPE_ARRAY.
 const WireType* findWireType(int code);
-
-void packText(Packer& packer, const std::string& text);
 
 } // namespace zelk::ipr

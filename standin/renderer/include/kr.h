@@ -10,11 +10,19 @@
 #include <stdbool.h>
 #include <stdint.h>
 
+#define KR_EXPORT __attribute__((visibility("default")))
+
 #ifdef __cplusplus
-extern "C" {
+#define KR_DECLS_BEGIN                                                                                       \
+    extern "C"                                                                                               \
+    {
+#define KR_DECLS_END }
+#else
+#define KR_DECLS_BEGIN
+#define KR_DECLS_END
 #endif
 
-#define KR_EXPORT __attribute__((visibility("default")))
+KR_DECLS_BEGIN
 
 /* --- Types and values ------------------------------------------------------------------------------- */
 
@@ -49,12 +57,30 @@ enum
     KR_NODE_SHADER = 0x10
 };
 
-typedef struct KtRgb { float r, g, b; } KtRgb;
-typedef struct KtRgba { float r, g, b, a; } KtRgba;
-typedef struct KtVector { float x, y, z; } KtVector;
-typedef struct KtPoint { float x, y, z; } KtPoint;
-typedef struct KtPoint2 { float x, y; } KtPoint2;
-typedef struct KtMatrix { float m[4][4]; } KtMatrix; /* row by row */
+typedef struct KtRgb
+{
+    float r, g, b;
+} KtRgb;
+typedef struct KtRgba
+{
+    float r, g, b, a;
+} KtRgba;
+typedef struct KtVector
+{
+    float x, y, z;
+} KtVector;
+typedef struct KtPoint
+{
+    float x, y, z;
+} KtPoint;
+typedef struct KtPoint2
+{
+    float x, y;
+} KtPoint2;
+typedef struct KtMatrix
+{
+    float m[4][4];
+} KtMatrix; /* row by row */
 typedef struct KtArray KtArray;
 
 /* One parameter value: 16 bytes, the member that counts is told by the parameter's type. To zero all of it in C++
@@ -62,7 +88,7 @@ typedef struct KtArray KtArray;
 typedef union KtParamValue
 {
     uint8_t byte_;
-    int32_t int_;      /* also KR_TYPE_ENUM: index into the enumeration */
+    int32_t int_; /* also KR_TYPE_ENUM: index into the enumeration */
     uint32_t uint_;
     bool bool_;
     float flt;
@@ -71,8 +97,8 @@ typedef union KtParamValue
     KtVector vec;
     KtPoint pnt;
     KtPoint2 pnt2;
-    const char* str;   /* null counts as empty */
-    void* ptr;         /* KR_TYPE_POINTER, KR_TYPE_NODE */
+    const char* str; /* null counts as empty */
+    void* ptr;       /* KR_TYPE_POINTER, KR_TYPE_NODE */
     KtArray* array;
     const KtMatrix* mtx;
 } KtParamValue;
@@ -155,7 +181,8 @@ KR_EXPORT const char** KrParamGetEnum(const KtParamEntry* param);
 
 /* Each asks for one key of an entry (param null) or of one of its parameters. False, and *value untouched,
  * when the key is absent or holds a value of another type. */
-KR_EXPORT bool KrMetaDataGetStr(const KtNodeEntry* entry, const char* param, const char* key, const char** value);
+KR_EXPORT bool KrMetaDataGetStr(const KtNodeEntry* entry, const char* param, const char* key,
+                                const char** value);
 KR_EXPORT bool KrMetaDataGetBool(const KtNodeEntry* entry, const char* param, const char* key, bool* value);
 KR_EXPORT bool KrMetaDataGetFlt(const KtNodeEntry* entry, const char* param, const char* key, float* value);
 
@@ -202,8 +229,6 @@ KR_EXPORT void KrMsgInfo(const char* format, ...) __attribute__((format(printf, 
 KR_EXPORT void KrMsgWarning(const char* format, ...) __attribute__((format(printf, 1, 2)));
 KR_EXPORT void KrMsgError(const char* format, ...) __attribute__((format(printf, 1, 2)));
 
-#ifdef __cplusplus
-}
-#endif
+KR_DECLS_END
 
 #endif

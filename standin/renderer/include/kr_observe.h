@@ -4,9 +4,7 @@
 
 #include "kr.h"
 
-#ifdef __cplusplus
-extern "C" {
-#endif
+KR_DECLS_BEGIN
 
 /* Called for each message, whatever the console flags say. `severity` is the message's KR_MSG_... bit. */
 typedef void (*KtMsgObserver)(int severity, const char* text, void* user);
@@ -17,8 +15,6 @@ KR_EXPORT void KrMsgSetObserver(KtMsgObserver observer, void* user);
 /* The flags last given to KrMsgSetConsoleFlags(). */
 KR_EXPORT int KrMsgGetConsoleFlags(void);
 
-#ifdef __cplusplus
-}
-#endif
+KR_DECLS_END
 
 #endif

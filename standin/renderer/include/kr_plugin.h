@@ -8,9 +8,7 @@
 
 #include "kr.h"
 
-#ifdef __cplusplus
-extern "C" {
-#endif
+KR_DECLS_BEGIN
 
 typedef struct KtNodeDecl KtNodeDecl;
 
@@ -39,8 +37,6 @@ KR_EXPORT void KrDeclareMetaDataStr(KtNodeDecl* node, const char* param, const c
 KR_EXPORT void KrDeclareMetaDataBool(KtNodeDecl* node, const char* param, const char* key, bool value);
 KR_EXPORT void KrDeclareMetaDataFlt(KtNodeDecl* node, const char* param, const char* key, float value);
 
-#ifdef __cplusplus
-}
-#endif
+KR_DECLS_END
 
 #endif

@@ -122,7 +122,7 @@ TEST(Delta, SerializesAsTheOneMapThatIsPromised)
     EXPECT_EQ(delta.serialize(),
               std::string("\x83\xa9node_path\xa2/a\xaa"
                           "entry_name\xa5noise\xa5parms\x81\xa1p\x82\xa4type\x04\xa5value\xca\x3f\x80\0\0",
-                          60));
+                          58));
 }
 
 TEST(Delta, KeepsWholeNumbersOfEveryWidth)

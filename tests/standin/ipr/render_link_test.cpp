@@ -31,6 +31,33 @@ std::string warningsFor(const std::string& endpoints)
     return testing::internal::GetCapturedStderr();
 }
 
+/// Something on this machine that is no render.
+class OtherService
+{
+public:
+    OtherService() : m_socket(socket(AF_INET, SOCK_STREAM | SOCK_CLOEXEC, 0))
+    {
+        sockaddr_in address = {};
+        address.sin_family = AF_INET;
+        address.sin_addr.s_addr = htonl(INADDR_LOOPBACK);
+        socklen_t size = sizeof address;
+        EXPECT_EQ(bind(m_socket, reinterpret_cast<sockaddr*>(&address), size), 0);
+        EXPECT_EQ(listen(m_socket, 5), 0);
+        EXPECT_EQ(getsockname(m_socket, reinterpret_cast<sockaddr*>(&address), &size), 0);
+        endpoint = "tcp://127.0.0.1:" + std::to_string(ntohs(address.sin_port));
+    }
+    ~OtherService() { close(m_socket); }
+    OtherService(const OtherService&) = delete;
+    OtherService& operator=(const OtherService&) = delete;
+
+    void acceptAndHangUp() const { close(accept(m_socket, nullptr, nullptr)); }
+
+    std::string endpoint;
+
+private:
+    const int m_socket;
+};
+
 class KeyedRender : public testing::Test
 {
 protected:
@@ -95,31 +122,36 @@ TEST(RenderLink, ReportsAHostThatDoesNotExist)
                 HasSubstr("The endpoint tcp://no-such-host.invalid:5000 does not answer. Is its host right"));
 }
 
-TEST(RenderLink, ReportsAServiceThatIsNoRender)
+TEST(RenderLink, ReportsAServiceThatHangsUp)
 {
-    const int service = socket(AF_INET, SOCK_STREAM | SOCK_CLOEXEC, 0);
-    sockaddr_in address = {};
-    address.sin_family = AF_INET;
-    address.sin_addr.s_addr = htonl(INADDR_LOOPBACK);
-    socklen_t size = sizeof address;
-    ASSERT_EQ(bind(service, reinterpret_cast<sockaddr*>(&address), size), 0);
-    ASSERT_EQ(listen(service, 1), 0);
-    ASSERT_EQ(getsockname(service, reinterpret_cast<sockaddr*>(&address), &size), 0);
+    const OtherService service;
     testing::internal::CaptureStderr();
     {
-        const Publisher publisher("tcp://127.0.0.1:" + std::to_string(ntohs(address.sin_port)));
+        const Publisher publisher(service.endpoint);
         publisher.send("edit");
-        const int connection = accept(service, nullptr, nullptr);
-        const char greeting[] = "220 mail.example ESMTP ready, and this is not what a render says\r\n";
-        EXPECT_GT(write(connection, greeting, sizeof greeting), 0);
+        service.acceptAndHangUp();
         EXPECT_TRUE(publisher.flush(60000));
         EXPECT_EQ(publisher.traffic().unheard, 1u);
-        close(connection);
     }
-    close(service);
     const std::string warnings = testing::internal::GetCapturedStderr();
     EXPECT_EQ(occurrences(warnings, "[zelk::ipr]"), 1) << warnings;
-    EXPECT_THAT(warnings, HasSubstr("has refused the connection. Is it a render"));
+    EXPECT_THAT(warnings, HasSubstr("What listens at " + service.endpoint +
+                                    " has refused the connection. Is it a render"));
+}
+
+TEST(RenderLink, ReportsAServiceThatDoesNotAnswer)
+{
+    const OtherService service;
+    testing::internal::CaptureStderr();
+    {
+        const Publisher publisher(service.endpoint);
+        publisher.send("edit");
+        EXPECT_FALSE(publisher.flush(8000)) << "it may be a render that is stopped and goes on later";
+    }
+    const std::string warnings = testing::internal::GetCapturedStderr();
+    EXPECT_EQ(occurrences(warnings, "[zelk::ipr]"), 1) << warnings;
+    EXPECT_THAT(warnings, HasSubstr("Something at " + service.endpoint +
+                                    " has taken the connection but does not answer"));
 }
 
 TEST_F(KeyedRender, HearsAHostWithTheSameKeys)

@@ -9,7 +9,7 @@ protected:
     /// Loads the catalogue file of that text; returns its path.
     std::string load(const std::string& text)
     {
-        const std::string file = folder.write("nodes.json", text);
+        std::string file = folder.write("nodes.json", text);
         const Environment catalogue("KORVAN_CATALOGUE", file);
         KrLoadPlugins(SHADER_PLUGIN_DIR);
         return file;

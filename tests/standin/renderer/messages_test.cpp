@@ -10,7 +10,7 @@ std::string consoleOf(int flags, Act act)
     KrMsgSetConsoleFlags(flags);
     testing::internal::CaptureStderr();
     act();
-    const std::string shown = testing::internal::GetCapturedStderr();
+    std::string shown = testing::internal::GetCapturedStderr();
     KrMsgSetConsoleFlags(KR_MSG_INFO | KR_MSG_WARNING | KR_MSG_ERROR);
     return shown;
 }

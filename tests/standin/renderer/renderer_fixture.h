@@ -79,7 +79,7 @@ public:
     /// Writes a file; returns its path.
     std::string write(const std::string& name, const std::string& text) const
     {
-        const std::string file = m_path + "/" + name;
+        std::string file = m_path + "/" + name;
         std::ofstream(file, std::ios::binary) << text;
         return file;
     }

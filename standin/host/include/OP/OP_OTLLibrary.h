@@ -10,7 +10,6 @@ class OP_OTLLibrary
 public:
     /// Path of the file.
     const UT_String& getSource() const { return mySource; }
-    int getNumDefinitions() const { return 0; }
 
 private:
     UT_String mySource;

@@ -59,9 +59,10 @@ struct PRM_ConditionalTerm
 /// One condition: { parm op value  parm op value } { parm op value }.
 ///
 /// Terms inside a pair of braces must all hold, and one pair that holds is enough. Operators are == != < > <=
-/// >= and the pattern matches =~ !~, with blanks on both sides. A value is a word or a text in double quotes.
-/// Functions in place of a parameter: ninputs(), hasinput(n), isparm(name). A text without braces is one
-/// group. A malformed text has no entries and never applies; the text is kept as given all the same.
+/// >= and the shell-like pattern matches =~ !~ (* ? [a-z]), with blanks on both sides. A value is a word or a
+/// text in double quotes. Functions in place of a parameter: ninputs(), hasinput(n), isparm(name). A text
+/// without braces is one group. A malformed text has no entries and never applies; the text is kept as given
+/// all the same.
 class PRM_Conditional : public PRM_ConditionalBase
 {
 public:

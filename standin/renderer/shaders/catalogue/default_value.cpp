@@ -2,7 +2,6 @@
 
 #include <algorithm>
 #include <cmath>
-#include <cstring>
 #include <iterator>
 #include <limits>
 
@@ -59,7 +58,7 @@ std::string allTypeWords()
 template <typename T>
 void put(void* memory, T value)
 {
-    std::memcpy(memory, &value, sizeof(T));
+    *static_cast<T*>(memory) = value;
 }
 
 void putFloats(void* memory, std::size_t count, const Place& place)
