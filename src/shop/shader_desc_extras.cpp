@@ -14,8 +14,7 @@
 #include <PRM/PRM_Template.h>
 
 #include <cstdlib>
-
-#include <sys/types.h>
+#include <type_traits>
 
 namespace zelk
 {
@@ -49,7 +48,8 @@ bool arePairs(const std::vector<std::string>& args, const ParmDesc& parm)
     if (args.size() % 2 == 0)
         return true;
     KrMsgError("[zelk::shop::ShaderDesc] Odd number of arguments (%zi) for %s \"%s\"",
-               static_cast<ssize_t>(args.size()), parm.houdiniType.c_str(), parm.name.c_str());
+               static_cast<std::make_signed<std::size_t>::type>(args.size()), parm.houdiniType.c_str(),
+               parm.name.c_str());
     return false;
 }
 
