@@ -65,7 +65,6 @@ public:
             sleep(seen);
             seen = passOn();
         }
-        hangUp();
     }
 
 private:
@@ -83,10 +82,18 @@ private:
         return seen;
     }
 
-    bool isDone() const
+    bool isDone()
     {
         const std::lock_guard<std::mutex> lock(m_shared.mutex);
-        return m_shared.stopping && (m_shared.backlog.bytes() == 0 || Clock::now() >= m_shared.deadline);
+        if (m_shared.stopping && !m_leaving)
+        {
+            m_leaving = true;
+            for (RenderLink& link : m_links)
+                link.leave();
+        }
+        const auto hasLeft = [](const RenderLink& link) { return link.hasLeft(); };
+        return m_leaving &&
+               (std::all_of(m_links.begin(), m_links.end(), hasLeft) || Clock::now() >= m_shared.deadline);
     }
 
     Clock::time_point nextStep() const
@@ -121,18 +128,11 @@ private:
         return time <= Clock::now() ? 0 : static_cast<long>(left);
     }
 
-    void hangUp()
-    {
-        const auto left = std::chrono::duration_cast<milliseconds>(m_shared.deadline - Clock::now());
-        for (RenderLink& link : m_links)
-            link.close(std::max(left, milliseconds(0)));
-        m_context.close(); // waits as long
-    }
-
     Shared& m_shared;
     zmq::context_t m_context; ///< outlives the links
     std::vector<RenderLink> m_links;
     std::vector<zmq::pollitem_t> m_items;
+    bool m_leaving = false;
 };
 
 namespace

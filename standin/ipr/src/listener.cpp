@@ -77,13 +77,14 @@ struct Listener::Impl
     zmq::context_t context{1};
     std::unique_ptr<Gatekeeper> gatekeeper;
     std::vector<zmq::socket_t> sockets;
-    std::size_t turn = 0; ///< the socket that is asked first
+    std::size_t turn = 0;               ///< the socket that is asked first
+    std::vector<zmq::message_t> frames; ///< of the latest message
 
     void bind(const Endpoint& endpoint)
     {
         if (endpoint.keys && !gatekeeper)
             gatekeeper.reset(new Gatekeeper(context, endpoint.keys->clientPublic));
-        zmq::socket_t socket(context, zmq::socket_type::pull);
+        zmq::socket_t socket(context, zmq::socket_type::router);
         socket.set(zmq::sockopt::linger, 0);
         socket.set(zmq::sockopt::rcvhwm, texts_ahead);
         socket.set(zmq::sockopt::maxmsgsize, static_cast<std::int64_t>(max_record_bytes));
@@ -98,16 +99,46 @@ struct Listener::Impl
     // Every socket has its turn, so that a busy one does not starve the others.
     bool receiveNow(std::string& text)
     {
-        zmq::message_t message;
         for (std::size_t i = 0; i < sockets.size(); ++i)
         {
             turn = (turn + 1) % sockets.size();
-            if (!sockets[turn].recv(message, zmq::recv_flags::dontwait))
-                continue;
-            text.assign(static_cast<const char*>(message.data()), message.size());
-            return true;
+            while (receiveFrames(sockets[turn]))
+                if (isText())
+                {
+                    text.assign(static_cast<const char*>(frames[1].data()), frames[1].size());
+                    return true;
+                }
+                else
+                    answer(sockets[turn]);
         }
         return false;
+    }
+
+    // A host's name, which ZeroMQ puts first, and what the host has sent: a text is one frame.
+    bool receiveFrames(zmq::socket_t& socket)
+    {
+        frames.clear();
+        do
+        {
+            zmq::message_t frame;
+            if (!socket.recv(frame, zmq::recv_flags::dontwait))
+                return false;
+            frames.push_back(std::move(frame));
+        } while (frames.back().more());
+        return true;
+    }
+
+    bool isText() const { return frames.size() == 2; }
+
+    // Two frames, the first of them empty, are a host's question whether everything before was received: they go back. A host
+    // that has gone meanwhile misses nothing.
+    void answer(zmq::socket_t& socket)
+    {
+        if (frames.size() != 3 || frames[1].size() != 0)
+            return;
+        socket.send(frames[0], zmq::send_flags::sndmore | zmq::send_flags::dontwait);
+        socket.send(frames[1], zmq::send_flags::sndmore | zmq::send_flags::dontwait);
+        socket.send(frames[2], zmq::send_flags::dontwait);
     }
 
     // False when the time is over, or a signal came.

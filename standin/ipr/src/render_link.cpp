@@ -67,8 +67,9 @@ void RenderLink::addPollItems(std::vector<zmq::pollitem_t>& items)
 {
     if (m_monitor)
         items.push_back({m_monitor.handle(), 0, ZMQ_POLLIN, 0});
-    if (m_state == State::Connected && m_full)
-        items.push_back({m_socket.handle(), 0, ZMQ_POLLOUT, 0});
+    if (m_state == State::Connected)
+        items.push_back(
+            {m_socket.handle(), 0, static_cast<short>(m_full ? ZMQ_POLLIN | ZMQ_POLLOUT : ZMQ_POLLIN), 0});
 }
 
 RenderLink::Clock::time_point RenderLink::nextStep() const
@@ -83,11 +84,10 @@ RenderLink::Clock::time_point RenderLink::nextStep() const
     return m_state == State::Connected && waits && !m_full ? Clock::now() : Clock::time_point::max();
 }
 
-void RenderLink::close(std::chrono::milliseconds linger)
+bool RenderLink::hasLeft() const
 {
-    if (m_socket)
-        m_socket.set(zmq::sockopt::linger, static_cast<int>(linger.count()));
-    hangUp(0s);
+    const bool isIdle = m_state == State::Idle || m_state == State::Unusable;
+    return m_place >= m_backlog->end() && (isIdle || m_answered);
 }
 
 void RenderLink::followEvents()
@@ -123,7 +123,7 @@ void RenderLink::connect()
     m_attemptEnd = m_backlog->end();
     m_attemptStart = Clock::now();
     m_reached = false;
-    m_full = false;
+    m_full = m_asked = m_answered = false;
     try
     {
         openSocket();
@@ -140,7 +140,7 @@ void RenderLink::connect()
 
 void RenderLink::openSocket()
 {
-    m_socket = zmq::socket_t(*m_context, zmq::socket_type::push);
+    m_socket = zmq::socket_t(*m_context, zmq::socket_type::dealer);
     m_socket.set(zmq::sockopt::linger, 0);
     m_socket.set(zmq::sockopt::immediate,
                  true); // nothing is taken before there is a render, and nothing outlives it
@@ -191,8 +191,9 @@ void RenderLink::checkPatience()
 void RenderLink::passOn()
 {
     std::vector<Record> records;
+    bool isGoing = true;
     m_full = false;
-    for (int i = 0; i < batches_per_turn && !m_full; ++i)
+    for (int i = 0; i < batches_per_turn && isGoing; ++i)
     {
         const std::uint64_t missed = m_backlog->read(m_place, batch, records);
         m_counters->overflowed += missed;
@@ -202,17 +203,42 @@ void RenderLink::passOn()
                                            std::to_string(max_waiting_bytes >> 20) +
                                            " MiB wait, and the oldest edits are dropped. Restart the render "
                                            "to bring it up to date.");
-        for (const Record& record : records)
-        {
-            m_full = !m_socket.send(zmq::buffer(*record), zmq::send_flags::dontwait);
-            if (m_full)
-                break;
-            ++m_place;
-            ++m_counters->sent;
-        }
-        if (records.empty())
-            break;
+        isGoing = !records.empty() && sendRecords(records);
     }
+    askWhetherAllIsRead();
+    hearAnswer();
+}
+
+bool RenderLink::sendRecords(const std::vector<Record>& records)
+{
+    for (const Record& record : records)
+    {
+        m_full = !m_socket.send(zmq::buffer(*record), zmq::send_flags::dontwait);
+        if (m_full)
+            return false;
+        ++m_place;
+        ++m_counters->sent;
+    }
+    return true;
+}
+
+void RenderLink::askWhetherAllIsRead()
+{
+    if (!m_leaving || m_asked || m_full || m_place < m_backlog->end())
+        return;
+    m_full = !m_socket.send(zmq::str_buffer(""), zmq::send_flags::sndmore | zmq::send_flags::dontwait);
+    if (m_full)
+        return;
+    m_socket.send(zmq::str_buffer("read?"), zmq::send_flags::dontwait);
+    m_asked = true;
+}
+
+// A render says nothing else; what a stranger might say is received all the same, so that it does not pile up.
+void RenderLink::hearAnswer()
+{
+    zmq::message_t frame;
+    while (m_socket.recv(frame, zmq::recv_flags::dontwait))
+        m_answered = m_asked;
 }
 
 void RenderLink::hangUp(Clock::duration pause)

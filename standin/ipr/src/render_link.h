@@ -50,8 +50,12 @@ public:
     /// When to advance although nothing happened.
     Clock::time_point nextStep() const;
 
-    /// Hangs up. What ZeroMQ has already taken keeps its chance for `linger`, which the context's end waits for.
-    void close(std::chrono::milliseconds linger);
+    /// Nothing more will be added: from now on it asks the render, after the last record, whether it has read them all. (What
+    /// is under way when a connection ends may be lost on the render's side, so it must not end before.)
+    void leave() { m_leaving = true; }
+
+    /// Whether the render has answered that, or none is there.
+    bool hasLeft() const;
 
 private:
     enum class State
@@ -69,6 +73,9 @@ private:
     void setCurve();
     void checkPatience();
     void passOn();
+    bool sendRecords(const std::vector<Record>& records);
+    void askWhetherAllIsRead();
+    void hearAnswer();
     void hangUp(Clock::duration pause);
     void giveUp(std::uint64_t place, Clock::duration pause);
     void refused();
@@ -87,6 +94,9 @@ private:
     std::uint64_t m_attemptEnd = 0;   ///< records before it were added before the attempt began
     bool m_reached = false;           ///< during an attempt: something has accepted the connection
     bool m_full = false;              ///< ZeroMQ takes no more for now
+    bool m_leaving = false;           ///< there are no more records to come
+    bool m_asked = false;             ///< of this connection: whether all is read
+    bool m_answered = false;          ///< of this connection: it is
     Clock::time_point m_attemptStart; ///< of the latest attempt
     Clock::time_point m_nextAttempt;  ///< not before
 
