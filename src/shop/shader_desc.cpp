@@ -44,7 +44,7 @@ public:
         return parms;
     }
 
-    bool contains(const char* name) const { return m_names.count(name) != 0; }
+    bool contains(const std::string& name) const { return m_names.count(name) != 0; }
 
 private:
     BaseCameraParms()
@@ -117,12 +117,11 @@ std::string textOf(const KtMetaDataEntry& item)
 
 ShaderDesc::ShaderDesc(const KtNodeEntry* entry)
 {
-    ParmMap known;
     readNames(entry);
     readOutput(entry);
-    addRendererParms(entry, known);
-    addExtraParms(entry, known);
-    readOrder(entry, known);
+    addRendererParms(entry);
+    addExtraParms(entry);
+    readOrder(entry);
     sortParms();
     listInputs();
 }
@@ -153,49 +152,49 @@ void ShaderDesc::readOutput(const KtNodeEntry* entry)
         vopOutputType = isCamera() ? VOP_LENS_SHADER : vopType(outputType);
 }
 
-ParmDesc* ShaderDesc::addParm(std::unique_ptr<ParmDesc> parm, ParmMap& known)
+/// A new, empty description at the end of `parms`.
+ParmDesc& ShaderDesc::addParm()
 {
-    parm->index = static_cast<int>(m_owned.size());
-    known[parm->name] = parm.get();
-    parms.push_back(parm.get());
-    m_owned.push_back(std::move(parm));
-    return parms.back();
+    m_owned.push_back(std::unique_ptr<ParmDesc>(new ParmDesc));
+    ParmDesc& parm = *m_owned.back();
+    parm.index = static_cast<int>(m_owned.size()) - 1;
+    parms.push_back(&parm);
+    return parm;
 }
 
-bool ShaderDesc::isExposed(const KtNodeEntry* entry, const char* parmName) const
+bool ShaderDesc::isExposed(const KtNodeEntry* entry, const std::string& parmName) const
 {
-    if (std::string(parmName) == "name")
+    if (parmName == "name")
         return false;
     if (getParmMetaDataBool(entry, parmName, "houdini.skip", false))
         return false;
     return !isCamera() || !BaseCameraParms::instance().contains(parmName);
 }
 
-void ShaderDesc::addRendererParms(const KtNodeEntry* entry, ParmMap& known)
+void ShaderDesc::addRendererParms(const KtNodeEntry* entry)
 {
     const int count = KrNodeEntryGetNumParams(entry);
+    m_owned.reserve(static_cast<std::size_t>(count));
+    parms.reserve(static_cast<std::size_t>(count));
     for (int i = 0; i < count; ++i)
     {
         const KtParamEntry* param = KrNodeEntryGetParameter(entry, i);
-        if (!isExposed(entry, KrParamGetName(param)))
-            continue;
-        std::unique_ptr<ParmDesc> parm(new ParmDesc);
-        parm->init(entry, param);
-        addParm(std::move(parm), known);
+        if (isExposed(entry, KrParamGetName(param)))
+            addParm().init(entry, param);
     }
 }
 
-void ShaderDesc::addExtraParms(const KtNodeEntry* entry, ParmMap& known)
+void ShaderDesc::addExtraParms(const KtNodeEntry* entry)
 {
     forEachNodeMetaData(entry,
                         [&](const KtMetaDataEntry* item)
                         {
                             if (startsWith(item->name, extra_prefix))
-                                addExtraParm(entry, *item, known);
+                                addExtraParm(entry, *item);
                         });
 }
 
-void ShaderDesc::addExtraParm(const KtNodeEntry* entry, const KtMetaDataEntry& item, ParmMap& known)
+void ShaderDesc::addExtraParm(const KtNodeEntry* entry, const KtMetaDataEntry& item)
 {
     const std::vector<std::string> key = split(item.name, '.', false);
     if (key.size() < extra_key_parts)
@@ -204,19 +203,19 @@ void ShaderDesc::addExtraParm(const KtNodeEntry* entry, const KtMetaDataEntry& i
         return;
 
     const std::string prefix = std::string(item.name) + ".";
-    std::unique_ptr<ParmDesc> parm(new ParmDesc);
-    parm->isExtra = true;
-    parm->noInput = true;
-    parm->name = key[extra_name_part];
-    parm->houdiniType = key[extra_kind_part];
-    parm->extraArgs = textOf(item);
-    parm->label = getNodeMetaDataStr(entry, (prefix + "label").c_str(), prettyLabel(parm->name, true));
-    parm->icon = getNodeMetaDataStr(entry, (prefix + "icon").c_str(), "");
-    parm->help = getNodeMetaDataStr(entry, (prefix + "desc").c_str(), "");
-    parm->callback = getNodeMetaDataStr(entry, (prefix + "callback").c_str(), "");
-    parm->joinNext = getNodeMetaDataBool(entry, (prefix + "join_next").c_str(), false);
-    parm->noLabel = getNodeMetaDataBool(entry, (prefix + "no_label").c_str(), false);
-    wireRamp(*addParm(std::move(parm), known));
+    ParmDesc& parm = addParm();
+    parm.isExtra = true;
+    parm.noInput = true;
+    parm.name = key[extra_name_part];
+    parm.houdiniType = key[extra_kind_part];
+    parm.extraArgs = textOf(item);
+    parm.label = getNodeMetaDataStr(entry, (prefix + "label").c_str(), prettyLabel(parm.name, true));
+    parm.icon = getNodeMetaDataStr(entry, (prefix + "icon").c_str(), "");
+    parm.help = getNodeMetaDataStr(entry, (prefix + "desc").c_str(), "");
+    parm.callback = getNodeMetaDataStr(entry, (prefix + "callback").c_str(), "");
+    parm.joinNext = getNodeMetaDataBool(entry, (prefix + "join_next").c_str(), false);
+    parm.noLabel = getNodeMetaDataBool(entry, (prefix + "no_label").c_str(), false);
+    wireRamp(parm);
 }
 
 /// Puts a ramp in the place of the three renderer parameters that hold its keys; other kinds need nothing.
@@ -249,10 +248,17 @@ void ShaderDesc::wireRamp(const ParmDesc& ramp)
     parms.erase(std::remove_if(parms.begin(), parms.end(), isComponent), parms.end());
 }
 
-void ShaderDesc::readOrder(const KtNodeEntry* entry, const ParmMap& known)
+void ShaderDesc::readOrder(const KtNodeEntry* entry)
 {
     const std::vector<std::string> words =
         split(getNodeMetaDataStr(entry, "houdini.order", "").c_str(), ' ', false);
+    if (words.empty())
+        return;
+
+    // Of two parameters with one name, the later one, an extra, takes the place.
+    std::map<std::string, ParmDesc*> known;
+    for (const auto& parm : m_owned)
+        known[parm->name] = parm.get();
     for (std::size_t k = 0; k < words.size(); ++k)
     {
         const auto found = known.find(words[k]);

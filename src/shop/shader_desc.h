@@ -54,11 +54,17 @@ struct ParmDesc
     /// running.
     std::vector<PRM_Template*> getTemplates() const;
 
+    /// The same by value, for a caller that puts them into the host's list itself.
+    std::vector<PRM_Template> makeTemplates() const;
+
     /// Makes the host template of an extra parameter. Kept by the host.
     ///
     /// A malformed folder or menu is reported as an error and gives a list terminator, which ends the
     /// shader's interface at that place.
     PRM_Template* getExtraTemplate() const;
+
+    /// The same by value.
+    PRM_Template makeExtraTemplate() const;
 
     KtParamValue defaultValue; ///< renderer's default; texts and arrays in it live until the renderer ends
     bool hasDefault;           ///< false: the renderer declares none, and `defaultValue` is all zero
@@ -162,18 +168,16 @@ public:
     std::map<std::string, ParmDesc*> parmsByName; ///< parameter name to description
 
 private:
-    typedef std::map<std::string, ParmDesc*> ParmMap;
-
     bool isCamera() const { return nodeType == KR_NODE_CAMERA; }
-    ParmDesc* addParm(std::unique_ptr<ParmDesc> parm, ParmMap& known);
+    ParmDesc& addParm();
     void readNames(const KtNodeEntry* entry);
     void readOutput(const KtNodeEntry* entry);
-    void addRendererParms(const KtNodeEntry* entry, ParmMap& known);
-    bool isExposed(const KtNodeEntry* entry, const char* parmName) const;
-    void addExtraParms(const KtNodeEntry* entry, ParmMap& known);
-    void addExtraParm(const KtNodeEntry* entry, const KtMetaDataEntry& item, ParmMap& known);
+    void addRendererParms(const KtNodeEntry* entry);
+    bool isExposed(const KtNodeEntry* entry, const std::string& parmName) const;
+    void addExtraParms(const KtNodeEntry* entry);
+    void addExtraParm(const KtNodeEntry* entry, const KtMetaDataEntry& item);
     void wireRamp(const ParmDesc& ramp);
-    void readOrder(const KtNodeEntry* entry, const ParmMap& known);
+    void readOrder(const KtNodeEntry* entry);
     void sortParms();
     void listInputs();
 

@@ -151,7 +151,7 @@ const std::string& scriptOf(const ParmDesc& parm)
 
 } // namespace
 
-PRM_Template* ParmDesc::getExtraTemplate() const
+PRM_Template ParmDesc::makeExtraTemplate() const
 {
     // Deliberate: shared by all extra parameters, and apart from the one of the renderer's parameters. See
     // CallbackSlot.OfExtraParametersIsApart.
@@ -162,7 +162,7 @@ PRM_Template* ParmDesc::getExtraTemplate() const
     // Deliberate: a malformed folder or menu ends the shader's interface here. See
     // MalformedExtra.EndsTheInterface.
     if (row && !row->make(*this, parts))
-        return leakForHost<PRM_Template>();
+        return PRM_Template();
 
     const std::string& script = scriptOf(*this);
     if (!script.empty())
@@ -174,17 +174,18 @@ PRM_Template* ParmDesc::getExtraTemplate() const
     }
 
     const RampKindRow* ramp = findWord(ramp_kind_rows, houdiniType);
-    PRM_Template* extra =
-        ramp ? leakForHost<PRM_Template>(ramp->type, nullptr, PRM_Template::PRM_EXPORT_MIN, multi_rows,
-                                         parts.name, PRMtwoDefaults, nullptr, callback_func, parts.spare,
-                                         helpOf(*this), getConditional())
-             : leakForHost<PRM_Template>(parts.type, labelLook(*this), PRM_Template::PRM_EXPORT_MIN,
-                                         parts.size, parts.name, parts.defaults, parts.menu, nullptr,
-                                         callback_func, parts.spare, parm_group, helpOf(*this),
-                                         getConditional());
-    extra->setJoinNext(joinNext);
+    PRM_Template extra =
+        ramp ? PRM_Template(ramp->type, nullptr, PRM_Template::PRM_EXPORT_MIN, multi_rows, parts.name,
+                            PRMtwoDefaults, nullptr, callback_func, parts.spare, helpOf(*this),
+                            getConditional())
+             : PRM_Template(parts.type, labelLook(*this), PRM_Template::PRM_EXPORT_MIN, parts.size,
+                            parts.name, parts.defaults, parts.menu, nullptr, callback_func, parts.spare,
+                            parm_group, helpOf(*this), getConditional());
+    extra.setJoinNext(joinNext);
     return extra;
 }
+
+PRM_Template* ParmDesc::getExtraTemplate() const { return leakForHost<PRM_Template>(makeExtraTemplate()); }
 
 } // namespace shop
 } // namespace zelk

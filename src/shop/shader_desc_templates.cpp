@@ -238,29 +238,30 @@ PRM_Default* defaultsOf(const ParmDesc& parm)
 
 // --- Arrays -----------------------------------------------------------------------------------------------
 
+bool isArrayParm(const ParmDesc* parm) { return parm->isArray; }
+
 PRM_Name* elementName(const ParmDesc& parm)
 {
     return leakForHost<PRM_Name>(leakTextForHost(parm.name + "_#"), leakTextForHost(parm.label + " #"));
 }
 
 /// The tab that an array's list stands in: it holds the one template that follows.
-PRM_Template* arrayFolder(const ParmDesc& parm)
+PRM_Template arrayFolder(const ParmDesc& parm)
 {
-    PRM_Template* folder =
-        leakForHost<PRM_Template>(PRM_SWITCHER, PRM_TYPE_NONE, PRM_Template::PRM_EXPORT_MIN, 1,
-                                  leakForHost<PRM_Name>(leakTextForHost(parm.name + "_group")),
-                                  leakForHost<PRM_Default>(1, parm.label.c_str()), nullptr, nullptr,
-                                  PRM_Callback(), &PRM_SpareData::groupTypeSimple, parm_group);
-    folder->setInvisible(parm.invisible);
-    folder->setJoinNext(parm.joinNext);
+    PRM_Template folder(PRM_SWITCHER, PRM_TYPE_NONE, PRM_Template::PRM_EXPORT_MIN, 1,
+                        leakForHost<PRM_Name>(leakTextForHost(parm.name + "_group")),
+                        leakForHost<PRM_Default>(1, parm.label.c_str()), nullptr, nullptr, PRM_Callback(),
+                        &PRM_SpareData::groupTypeSimple, parm_group);
+    folder.setInvisible(parm.invisible);
+    folder.setJoinNext(parm.joinNext);
     return folder;
 }
 
-PRM_Template* arrayList(const ParmDesc& parm, const PRM_Template& element, PRM_ConditionalBase* conditional)
+PRM_Template arrayList(const ParmDesc& parm, const PRM_Template& element, PRM_ConditionalBase* conditional)
 {
     const KtArray* array = parm.defaultValue.array;
     const double count = array ? array->nelements : 0;
-    return leakForHost<PRM_Template>(
+    return PRM_Template(
         PRM_MULTITYPE_LIST, leakListForHost(std::vector<PRM_Template>(1, element)),
         PRM_Template::PRM_EXPORT_MIN, multi_rows, leakForHost<PRM_Name>(parm.name.c_str(), "Array Elements"),
         leakForHost<PRM_Default>(count), nullptr, PRM_Callback(), nullptr, helpOf(parm), conditional);
@@ -268,7 +269,7 @@ PRM_Template* arrayList(const ParmDesc& parm, const PRM_Template& element, PRM_C
 
 } // namespace
 
-std::vector<PRM_Template*> ParmDesc::getTemplates() const
+std::vector<PRM_Template> ParmDesc::makeTemplates() const
 {
     // Deliberate: the callback belongs to this generator, not to one parameter. Once a parameter of any
     // shader had a script, every later template made here carries it; without a script it does nothing. See
@@ -276,7 +277,7 @@ std::vector<PRM_Template*> ParmDesc::getTemplates() const
     static PRM_Callback callback_func(0);
 
     if (isExtra)
-        return std::vector<PRM_Template*>(1, getExtraTemplate());
+        return {makeExtraTemplate()};
 
     PRM_SpareData* spare = leakForHost<PRM_SpareData>();
     PRM_ConditionalBase* conditional = getConditional();
@@ -290,24 +291,35 @@ std::vector<PRM_Template*> ParmDesc::getTemplates() const
     }
 
     PRM_Name* parmName = isArray ? elementName(*this) : leakForHost<PRM_Name>(name.c_str(), label.c_str());
-    PRM_Template* parm = leakForHost<PRM_Template>(
-        look.type, look.extended, PRM_Template::PRM_EXPORT_MIN, shop::vectorSize(typeCode()), parmName,
-        defaults, look.menu, range, callback_func, spare, parm_group, helpOf(*this), conditional);
+    PRM_Template parm(look.type, look.extended, PRM_Template::PRM_EXPORT_MIN, shop::vectorSize(typeCode()),
+                      parmName, defaults, look.menu, range, callback_func, spare, parm_group, helpOf(*this),
+                      conditional);
     if (isArray)
-        return {arrayFolder(*this), arrayList(*this, *parm, conditional)};
+        return {arrayFolder(*this), arrayList(*this, parm, conditional)};
 
-    parm->setInvisible(invisible);
-    parm->setJoinNext(joinNext);
+    parm.setInvisible(invisible);
+    parm.setJoinNext(joinNext);
     return {parm};
+}
+
+std::vector<PRM_Template*> ParmDesc::getTemplates() const
+{
+    std::vector<PRM_Template*> templates;
+    for (const PRM_Template& made : makeTemplates())
+        templates.push_back(leakForHost<PRM_Template>(made));
+    return templates;
 }
 
 PRM_Template* ShaderDesc::getTemplates() const
 {
-    std::vector<PRM_Template> templates;
+    // An array takes two places, everything else one; the last place ends the list.
+    const std::size_t arrays = std::count_if(parms.begin(), parms.end(), isArrayParm);
+    PRM_Template* list = leakArrayForHost<PRM_Template>(parms.size() + arrays + 1);
+    PRM_Template* next = list;
     for (const ParmDesc* parm : parms)
-        for (const PRM_Template* made : parm->getTemplates())
-            templates.push_back(*made);
-    return leakListForHost(templates);
+        for (const PRM_Template& made : parm->makeTemplates())
+            *next++ = made;
+    return list;
 }
 
 } // namespace shop
