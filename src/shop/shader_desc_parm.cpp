@@ -137,9 +137,10 @@ KtParamValue sourceValue(const ParmDesc& parm, int type, KtMatrix& matrix)
                                               : KtParamValue();
 }
 
+/// Token of a menu item; null for an index that is out of the menu, a negative one too.
 const char* enumToken(const ParmDesc& parm, int index)
 {
-    const bool inMenu = index >= 0 && static_cast<std::size_t>(index) < parm.menuItems.size();
+    const bool inMenu = static_cast<std::size_t>(index) < parm.menuItems.size();
     return inMenu ? parm.menuItems[index].first.c_str() : nullptr;
 }
 

@@ -362,6 +362,7 @@ TEST(DefaultOfParameter, KeepsItsOwnCopyOfAText)
         renderer.shader("s").parm("t", KR_TYPE_STRING, stringValue("wood.tx"));
         desc = parmOf(renderer, "t");
         defaults = desc.getDefault();
+        EXPECT_NE(defaults[0].getString(), desc.defaultValue.str);
     }
     EXPECT_STREQ(defaults[0].getString(), "wood.tx");
     EXPECT_EQ(defaults[0].getFloat(), 0);

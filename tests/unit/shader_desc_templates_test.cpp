@@ -336,7 +336,8 @@ TEST(RangeOfByteTemplate, IsRestrictedToAByteAndWrittenBack)
         .parmMetaData("p", "min", -5.0f)
         .parm("q", KR_TYPE_BYTE, byteValue(0))
         .parmMetaData("q", "max", 100.0f)
-        .parmMetaData("q", "min", 10.0f);
+        .parmMetaData("q", "min", 10.0f)
+        .parm("r", KR_TYPE_BYTE, byteValue(0));
 
     const ShaderDesc desc(renderer.entry("s"));
     const PRM_Template* list = desc.getTemplates();
@@ -348,6 +349,8 @@ TEST(RangeOfByteTemplate, IsRestrictedToAByteAndWrittenBack)
     EXPECT_EQ(desc.parmDesc("p")->min, 0);
     EXPECT_EQ(list[1].getRangePtr()->getParmMin(), 10);
     EXPECT_EQ(list[1].getRangePtr()->getParmMax(), 100);
+    EXPECT_EQ(list[2].getRangePtr()->getMaxFlag(), PRM_RANGE_RESTRICTED) << "without metadata";
+    EXPECT_EQ(list[2].getRangePtr()->getParmMax(), 255);
 }
 
 TEST(RangeOfUnsignedTemplate, StartsAtZeroAndIsOpenAbove)

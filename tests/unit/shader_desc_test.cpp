@@ -279,6 +279,16 @@ TEST(RampOfShader, WithTwoArgumentsIsKeptBesideItsParameters)
     EXPECT_STREQ(getMetaDataCacheStr("bad_ramp", "a", "houdini.remap"), "");
 }
 
+TEST(RampOfShader, WithFourArgumentsIsKeptBesideItsParametersToo)
+{
+    StandinRenderer renderer;
+    renderer.shader("long_ramp").floats({"a", "b", "c", "d"}).metaData("houdini.parm.ramp_rgb.r", "a b c d");
+
+    EXPECT_EQ(namesOf(ShaderDesc(renderer.entry("long_ramp")).parms), (Names{"a", "b", "c", "d", "r"}));
+    EXPECT_EQ(renderer.takeErrors(),
+              Messages{"[zelk::shop::ShaderDesc] Exactly 3 arguments needed for ramp \"r\", found 4"});
+}
+
 TEST(RampOfShader, RemovesOnlyRendererParameters)
 {
     StandinRenderer renderer;

@@ -81,7 +81,8 @@ RenderLink::Clock::time_point RenderLink::nextStep() const
         return m_attemptStart + connect_patience;
     if (m_state == State::Connecting && !m_warnedSilent)
         return m_attemptStart + answer_patience;
-    return m_state == State::Connected && waits && !m_full ? Clock::now() : Clock::time_point::max();
+    const bool isUrgent = m_state == State::Connected && !m_full && (waits || (m_leaving && !m_asked));
+    return isUrgent ? Clock::now() : Clock::time_point::max();
 }
 
 bool RenderLink::hasLeft() const

@@ -49,12 +49,11 @@ TEST(DefaultEndpoint, IsASocketThatOnlyItsUserCanOpen)
     const TemporaryDirectory directory;
     const Environment runtime("XDG_RUNTIME_DIR", directory.path().c_str());
     const Environment chosen("ZELK_IPR_ENDPOINT", nullptr);
+    const Publisher publisher(defaultEndpoint());
     Listener listener;
     std::string text;
     ASSERT_TRUE(listener.open("", text)) << text;
     EXPECT_EQ(modeOf(directory.path("korvan-ipr")) & 077, 0u);
-
-    Publisher publisher(defaultEndpoint());
     publisher.send("edit");
     ASSERT_TRUE(listener.receive(text, 60000));
     EXPECT_EQ(text, "edit");

@@ -50,6 +50,7 @@ TEST(Listener, TellsThePortThatItGot)
 TEST(Listener, DoesNotTakeASocketFromAListenerThatIsAlive)
 {
     const TemporaryDirectory directory;
+    const Publisher publisher(directory.endpoint());
     Listener first;
     std::string text;
     ASSERT_TRUE(first.open(directory.endpoint(), text)) << text;
@@ -57,7 +58,6 @@ TEST(Listener, DoesNotTakeASocketFromAListenerThatIsAlive)
               "The endpoint " + directory.endpoint() +
                   " cannot be used: a render listens there already. Stop that one, or "
                   "choose another ZELK_IPR_ENDPOINT.");
-    const Publisher publisher(directory.endpoint());
     publisher.send("still here");
     ASSERT_TRUE(first.receive(text, 60000));
     EXPECT_EQ(text, "still here");
@@ -142,11 +142,11 @@ TEST(Listener, StopsWaitingWhenASignalComes)
 TEST(Listener, HearsAllItsEndpoints)
 {
     const TemporaryDirectory directory;
+    const Publisher a(directory.endpoint("a"));
+    const Publisher b(directory.endpoint("b"));
     Listener listener;
     std::string text;
     ASSERT_TRUE(listener.open(directory.endpoint("a") + "," + directory.endpoint("b"), text)) << text;
-    const Publisher a(directory.endpoint("a"));
-    const Publisher b(directory.endpoint("b"));
     a.send("from a");
     ASSERT_TRUE(listener.receive(text, 60000));
     EXPECT_EQ(text, "from a");
