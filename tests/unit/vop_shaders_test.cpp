@@ -147,6 +147,34 @@ TEST(Registration, LoadsMetadataOfEveryPathEntryAndSaysSo)
                                                         "[vop_shaders] Loading metadata file: " + deep));
 }
 
+TEST(Registration, ReadsADirectoryAsOftenAsThePathNamesIt)
+{
+    StandinSession session;
+    const std::string folder = session.folder.path().string();
+    session.folder.write("korvan/metadata/a.mtd", "");
+    ::setenv("HOUDINI_PATH", (folder + ";" + folder).c_str(), 1);
+    UT_PathSearch::getInstance(UT_HOUDINI_PATH)->rehash();
+    session.registerAll();
+
+    EXPECT_EQ(session.renderer.takeInfos().size(), 4u);
+}
+
+TEST(Registration, LoadsRendererPluginsOfThePathAndThenOfTheVariable)
+{
+    namespace fs = std::filesystem;
+    StandinSession session;
+    const fs::path further = session.folder.path() / "further",
+                   onPath = session.folder.path() / "korvan/plugins";
+    for (const fs::path& directory : {further, onPath})
+        fs::create_directories(directory);
+    fs::copy(fs::path(TEST_PLUGINS) / "on_path.so", onPath);
+    fs::copy(fs::path(TEST_PLUGINS) / "by_variable.so", further);
+    ::setenv("KORVAN_PLUGIN_PATH", further.c_str(), 1);
+    session.registerAll();
+
+    EXPECT_EQ(vopNames(), (Names{"korvan::on_path", "korvan::by_variable"}));
+}
+
 TEST(Registration, GoesOnBehindMetadataThatDoesNotLoad)
 {
     StandinSession session;
