@@ -244,7 +244,8 @@ TEST(MenuNames, EndWithAnEmptyName)
     StandinRenderer renderer;
     renderer.shader("s").enumeration("p", {"one"}, 0);
 
-    const PRM_Name* names = parmOf(renderer, "p").getMenuNames();
+    const ParmDesc desc = parmOf(renderer, "p");
+    const PRM_Name* names = desc.getMenuNames();
     EXPECT_STREQ(names[0].getToken(), "one");
     EXPECT_STREQ(names[0].getLabel(), "One");
     EXPECT_EQ(names[1].getToken(), nullptr);

@@ -2,6 +2,7 @@
 #include "template_text.h"
 
 #include "shader_desc.h"
+#include "utils_host_memory.h"
 
 #include <PRM/PRM_Conditional.h>
 #include <PRM/PRM_Range.h>
@@ -18,10 +19,7 @@ typedef std::vector<std::pair<std::string, std::string>> Items;
 /// The template list of the shader "s" that a test has declared.
 const PRM_Template* listOf(const StandinRenderer& renderer)
 {
-    const ShaderDesc* desc = new ShaderDesc(renderer.entry("s")); // the templates point into it
-    static std::vector<const ShaderDesc*> kept;
-    kept.push_back(desc);
-    return desc->getTemplates();
+    return leakForHost<ShaderDesc>(renderer.entry("s"))->getTemplates(); // which point into it
 }
 
 /// Its first template.
