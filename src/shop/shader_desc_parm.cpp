@@ -266,7 +266,9 @@ void ParmDesc::readType(const KtParamEntry* param)
 
 void ParmDesc::readTexts(const KtNodeEntry* entry)
 {
-    label = getParmMetaDataStr(entry, name, "houdini.label", prettyLabel(name, true));
+    label = getParmMetaDataStr(entry, name, "houdini.label", "");
+    if (label.empty())
+        label = prettyLabel(name, true);
     help = getParmMetaDataStr(entry, name, "desc", "");
     houdiniType = getParmMetaDataStr(entry, name, "houdini.type", "");
     disableWhen = getParmMetaDataStr(entry, name, "houdini.disable_when", "");

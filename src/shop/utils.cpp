@@ -139,6 +139,7 @@ std::string prettyUnderscores(const std::string& text, bool capitalize)
 std::string prettyCamelCase(const std::string& text, bool capitalize)
 {
     std::string label;
+    label.reserve(text.size());
     for (std::size_t i = 0; i < text.size(); ++i)
     {
         if (i > 0 && isLower(text[i - 1]) && isUpper(text[i]))
