@@ -116,10 +116,10 @@ const std::vector<Item>& shaderItems()
     return items;
 }
 
-std::string metadataFileText(int count)
+std::string metadataFileText(int first, int count)
 {
     std::string text;
-    for (int i = 0; i < count; ++i)
+    for (int i = first; i < first + count; ++i)
     {
         const std::string table = '"' + shaderName(i) + '"';
         text += "[" + table + "]\n";

@@ -46,8 +46,8 @@ std::string shaderName(int index);
 const std::vector<Parm>& parms();
 const std::vector<Item>& shaderItems();
 
-/// The metadata of `count` shaders as the text of a .mtd file.
-std::string metadataFileText(int count);
+/// The metadata of `count` shaders from number `first` on, as the text of a .mtd file.
+std::string metadataFileText(int first, int count);
 
 } // namespace bench
 
