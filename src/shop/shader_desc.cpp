@@ -283,7 +283,7 @@ void ShaderDesc::listInputs()
 
 ParmDesc* ShaderDesc::parmDesc(const char* parmName) const
 {
-    const auto found = parmsByName.find(parmName);
+    const auto found = parmsByName.find(parmName ? parmName : "");
     return found == parmsByName.end() ? nullptr : found->second;
 }
 

@@ -21,6 +21,8 @@ void cacheMetaData(const std::string& shaderName, const ParmOverrides& overrides
 
 const char* getMetaDataCacheStr(const char* shaderName, const char* parmName, const char* key)
 {
+    if (!shaderName || !parmName || !key)
+        return "";
     // A look-up never inserts.
     const auto shader = metadata_cache.find(shaderName);
     if (shader == metadata_cache.end())

@@ -20,9 +20,9 @@ void cacheMetaData(const std::string& shaderName, const ParmOverrides& overrides
 } // namespace shop
 } // namespace zelk
 
-/// Returns the text cached for one parameter of a shader and a metadata key; "" when there is none. The text
-/// stays valid until the shader's entry is replaced. Exported for parameter scripts, which reach it by its
-/// plain name.
+/// Returns the text cached for one parameter of a shader and a metadata key; "" when there is none or an argument is
+/// null. The text stays valid until the shader's entry is replaced. Exported for parameter scripts, which reach it
+/// by its plain name.
 extern "C" SYS_VISIBILITY_EXPORT const char* getMetaDataCacheStr(const char* shaderName, const char* parmName,
                                                                  const char* key);
 

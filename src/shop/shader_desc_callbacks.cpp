@@ -10,27 +10,13 @@ namespace zelk
 namespace shop
 {
 
-namespace
-{
-
-const char* const prefix_hscript = "hscript:";
-const char* const prefix_python = "python:";
-
-} // namespace
-
 void storeCallbackScript(const std::string& script, PRM_SpareData& spare)
 {
     std::string text = script;
-    if (startsWith(script.c_str(), prefix_hscript))
-    {
+    if (stripPrefix(text, prefix_hscript))
         spare.setCallbackLanguage(CH_HSCRIPT);
-        replace(text, prefix_hscript, "");
-    }
-    else if (startsWith(script.c_str(), prefix_python))
-    {
+    else if (stripPrefix(text, prefix_python))
         spare.setCallbackLanguage(CH_PYTHON_SCRIPT);
-        replace(text, prefix_python, "");
-    }
     spare.addTokenValue("script_callback", text.c_str());
 }
 

@@ -20,8 +20,6 @@ namespace shop
 namespace
 {
 
-const char* const python_prefix = "python:";
-
 /// Replaces each two-character `\n` by a newline.
 std::string unescapeNewlines(std::string text)
 {
@@ -125,7 +123,7 @@ KtParamValue firstElement(const KtArray* array, int type, KtMatrix& matrix)
     return value;
 }
 
-bool hasValues(const KtArray* array) { return array && array->nelements * array->nkeys != 0; }
+bool hasValues(const KtArray* array) { return array && array->nelements != 0 && array->nkeys != 0; }
 
 /// The value that the defaults are read from: an array's first element, or the record itself. An empty
 /// array's record holds no value of the element type, so zeros stand for it.
@@ -316,9 +314,7 @@ void ParmDesc::readExpression(const KtNodeEntry* entry)
     expression = getParmMetaDataStr(entry, name, "houdini.expression", "");
     if (expression.empty())
         return;
-    const bool isPython = startsWith(expression.c_str(), python_prefix);
-    if (isPython)
-        replace(expression, python_prefix, "");
+    const bool isPython = stripPrefix(expression, prefix_python);
     // Deliberate: "hscript:" stays in an expression; only callbacks know that prefix.
     expressionLanguage = isPython ? CH_PYTHON_EXPRESSION : CH_OLD_EXPRESSION;
 }

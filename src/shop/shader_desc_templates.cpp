@@ -25,7 +25,7 @@ namespace
 
 // --- What one renderer type becomes -----------------------------------------------------------------------
 
-/// What a type is shown as. A string's and a visibility mask's sub-kinds are decided apart.
+/// What a type is shown as, before its sub-kind is looked at.
 struct KindRow
 {
     int code;
@@ -36,12 +36,12 @@ struct KindRow
 // A code without a row is shown as a read-only label.
 const KindRow kind_rows[] = {
     {KR_TYPE_BYTE, &PRM_INT, true},       {KR_TYPE_INT, &PRM_INT, true},
-    {KR_TYPE_UINT, &PRM_INT, true},       {KR_TYPE_FLOAT, &PRM_FLT, true},
-    {KR_TYPE_RGB, &PRM_RGB, true},        {KR_TYPE_RGBA, &PRM_RGBA, true},
-    {KR_TYPE_VECTOR, &PRM_XYZ, true},     {KR_TYPE_POINT, &PRM_XYZ, true},
-    {KR_TYPE_POINT2, &PRM_FLT, true},     {KR_TYPE_MATRIX, &PRM_FLT, true},
+    {KR_TYPE_UINT, &PRM_INT, true},       {KR_TYPE_BOOLEAN, &PRM_TOGGLE, false},
+    {KR_TYPE_FLOAT, &PRM_FLT, true},      {KR_TYPE_RGB, &PRM_RGB, true},
+    {KR_TYPE_RGBA, &PRM_RGBA, true},      {KR_TYPE_VECTOR, &PRM_XYZ, true},
+    {KR_TYPE_POINT, &PRM_XYZ, true},      {KR_TYPE_POINT2, &PRM_FLT, true},
     {KR_TYPE_STRING, &PRM_STRING, false}, {KR_TYPE_NODE, &PRM_STRING, false},
-    {KR_TYPE_ENUM, &PRM_STRING, false},
+    {KR_TYPE_MATRIX, &PRM_FLT, true},     {KR_TYPE_ENUM, &PRM_STRING, false},
 };
 
 const KindRow* findKind(int code)
@@ -94,18 +94,13 @@ std::string field(const std::vector<std::string>& fields, std::size_t i)
 /// behind it in their places.
 PRM_ChoiceList* visibilityMenu()
 {
-    static PRM_Name items[] = {
-        PRM_Name("camera", "Camera"),
-        PRM_Name("shadow", "Shadow"),
-        PRM_Name("reflected", "Reflected"),
-        PRM_Name("refracted", "Refracted"),
-        PRM_Name("unused", ""),
-        PRM_Name("diffuse", "Diffuse"),
-        PRM_Name("glossy", "Glossy"),
-        PRM_Name(),
-    };
-    static PRM_ChoiceList menu(PRM_CHOICELIST_TOGGLE, items);
-    return &menu;
+    static PRM_ChoiceList* menu = leakForHost<PRM_ChoiceList>(
+        PRM_CHOICELIST_TOGGLE,
+        leakListForHost(std::vector<PRM_Name>{PRM_Name("camera", "Camera"), PRM_Name("shadow", "Shadow"),
+                                              PRM_Name("reflected", "Reflected"),
+                                              PRM_Name("refracted", "Refracted"), PRM_Name("unused", ""),
+                                              PRM_Name("diffuse", "Diffuse"), PRM_Name("glossy", "Glossy")}));
+    return menu;
 }
 
 /// The menu that "menu:<kind>:<source>" asks for; null, after an error message, when either word is unknown.
@@ -134,11 +129,10 @@ PRM_ChoiceList* describedMenu(const ParmDesc& parm)
 
 // --- Looks ------------------------------------------------------------------------------------------------
 
-Look stringLook(const ParmDesc& parm, PRM_SpareData& spare)
+void refineText(const ParmDesc& parm, Look& look, PRM_SpareData& spare)
 {
     const char* kind = parm.houdiniType.c_str();
     const std::vector<std::string> fields = split(kind, ':', false);
-    Look look = {PRM_STRING, labelLook(parm), nullptr};
     if (parm.houdiniType == "file:image")
     {
         look.type = PRM_PICFILE;
@@ -158,49 +152,41 @@ Look stringLook(const ParmDesc& parm, PRM_SpareData& spare)
         if (fields.size() == 2)
             spare.addTokenValue("opfilter", fields[1].c_str());
     }
-    return look;
 }
 
-Look toggleLook(const ParmDesc& parm)
+void refineInteger(const ParmDesc& parm, Look& look)
 {
-    const Look look = {parm.joinNext && parm.noLabel ? PRM_JOINED_TOGGLE : PRM_TOGGLE, labelLook(parm),
-                       nullptr};
-    return look;
-}
-
-Look integerLook(const ParmDesc& parm)
-{
-    const bool isMask = parm.houdiniType == "visibility";
-    const Look look = {isMask ? PRM_BUTTONSTRIP : PRM_INT, labelLook(parm),
-                       isMask ? visibilityMenu() : nullptr};
-    return look;
-}
-
-Look enumLook(const ParmDesc& parm)
-{
-    const Look look = {PRM_STRING, labelLook(parm),
-                       leakForHost<PRM_ChoiceList>(PRM_CHOICELIST_SINGLE, parm.getMenuNames())};
-    return look;
+    if (parm.houdiniType != "visibility")
+        return;
+    look.type = PRM_BUTTONSTRIP;
+    look.menu = visibilityMenu();
 }
 
 Look lookOf(const ParmDesc& parm, PRM_SpareData& spare)
 {
+    const KindRow* row = findKind(parm.typeCode());
+    Look look = {row ? *row->type : PRM_LABEL, labelLook(parm), nullptr};
     switch (parm.typeCode())
     {
     case KR_TYPE_INT:
-        return integerLook(parm);
+        refineInteger(parm, look);
+        break;
     case KR_TYPE_BOOLEAN:
-        return toggleLook(parm);
+        if (parm.joinNext && parm.noLabel)
+            look.type = PRM_JOINED_TOGGLE;
+        break;
     case KR_TYPE_STRING:
-        return stringLook(parm, spare);
+        refineText(parm, look, spare);
+        break;
+    case KR_TYPE_NODE:
+        look.extended = PRM_TYPE_DYNAMIC_PATH;
+        break;
     case KR_TYPE_ENUM:
-        return enumLook(parm);
+        look.menu = leakForHost<PRM_ChoiceList>(PRM_CHOICELIST_SINGLE, parm.getMenuNames());
+        break;
     default:
         break;
     }
-    const KindRow* row = findKind(parm.typeCode());
-    const Look look = {row ? *row->type : PRM_LABEL,
-                       parm.typeCode() == KR_TYPE_NODE ? PRM_TYPE_DYNAMIC_PATH : labelLook(parm), nullptr};
     return look;
 }
 

@@ -6,8 +6,7 @@
 #include <OP/OP_OperatorTable.h>
 #include <SHOP/SHOP_Operator.h>
 #include <SHOP/SHOP_OperatorInfo.h>
-
-#include <cstring>
+#include <UT/UT_String.h>
 
 namespace
 {
@@ -46,10 +45,12 @@ PRM_Template SHOP_KorvanMaterial::myTemplateList[] = {PRM_Template()};
 
 bool OP_KorvanMaterialOperatorFilter::allowOperatorAsChild(OP_Operator* op)
 {
+    if (!op)
+        return false;
     if (dynamic_cast<VOP_KorvanOperator*>(op))
         return true;
-    const char* name = op->getName();
-    return std::strcmp(name, "subnet") == 0 || std::strcmp(name, "null") == 0;
+    const UT_String name(op->getName());
+    return name == "subnet" || name == "null";
 }
 
 OP_Node* SHOP_KorvanMaterial::myConstructor(OP_Network* net, const char* name, OP_Operator* op)

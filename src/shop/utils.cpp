@@ -176,7 +176,7 @@ const char* typeName(int rendererType)
 std::vector<std::string> split(const char* text, char separator, bool keepEmpty)
 {
     std::vector<std::string> tokens;
-    if (!*text)
+    if (!text || !*text)
         return tokens;
 
     const char* const end = text + std::strlen(text);

@@ -75,7 +75,7 @@ const char* typeName(int rendererType);
 // --- Texts ------------------------------------------------------------------------------------------------
 
 /// Returns the stretches of `text` between separators, as they stand: no quoting, no escapes, no trimming.
-/// Empty ones are left out unless `keepEmpty` is set. An empty text gives none.
+/// Empty ones are left out unless `keepEmpty` is set. An empty or null text gives none.
 std::vector<std::string> split(const char* text, char separator, bool keepEmpty);
 
 } // namespace shop

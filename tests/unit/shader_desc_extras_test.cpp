@@ -122,11 +122,16 @@ TEST(ToggleExtra, IsOnOnlyForThatVeryWord)
 
 TEST(RampExtra, HasTwoKeysOfItsKind)
 {
-    const ParmDesc value = extra("ramp_float", "a b c"), colour = extra("ramp_rgb", "a b c");
+    ParmDesc value = extra("ramp_float", "a b c");
+    value.help = "Helpful.";
+    value.joinNext = true;
+    const ParmDesc colour = extra("ramp_rgb", "a b c");
     const PRM_Template& valueRamp = *value.getExtraTemplate();
     EXPECT_EQ(valueRamp.getMultiType(), PRM_MULTITYPE_RAMP_FLT);
     EXPECT_EQ(valueRamp.getDefault(0)->getFloat(), 2);
     EXPECT_EQ(valueRamp.getMultiParmTemplate(), nullptr);
+    EXPECT_STREQ(valueRamp.getHelpText(), "Helpful.");
+    EXPECT_TRUE(valueRamp.getJoinNext());
     EXPECT_EQ(colour.getExtraTemplate()->getMultiType(), PRM_MULTITYPE_RAMP_RGB);
 }
 

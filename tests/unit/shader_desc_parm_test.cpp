@@ -410,6 +410,53 @@ TEST(DefaultOfArray, IsItsFirstElement)
     EXPECT_EQ(textOf(parmOf(renderer, "t")), "first");
 }
 
+TEST(DefaultOfArray, IsItsFirstElementWhateverItsType)
+{
+    StandinRenderer renderer;
+    const auto array = [](int type, auto value)
+    {
+        KtArray* made = KrArrayAllocate(1, 1, static_cast<uint8_t>(type));
+        *static_cast<decltype(value)*>(made->data) = value;
+        return made;
+    };
+    KtMatrix matrix = {};
+    matrix.m[0][1] = 7;
+    renderer.shader("s")
+        .arrayParm("byte", array(KR_TYPE_BYTE, uint8_t(200)))
+        .arrayParm("int", array(KR_TYPE_INT, int32_t(-7)))
+        .arrayParm("uint", array(KR_TYPE_UINT, uint32_t(4294967295u)))
+        .arrayParm("bool", array(KR_TYPE_BOOLEAN, true))
+        .arrayParm("rgb", array(KR_TYPE_RGB, KtRgb{1, 2, 3}))
+        .arrayParm("rgba", array(KR_TYPE_RGBA, KtRgba{1, 2, 3, 4}))
+        .arrayParm("vector", array(KR_TYPE_VECTOR, KtVector{1, 2, 3}))
+        .arrayParm("point", array(KR_TYPE_POINT, KtPoint{4, 5, 6}))
+        .arrayParm("point2", array(KR_TYPE_POINT2, KtPoint2{1, 2}))
+        .arrayParm("matrix", array(KR_TYPE_MATRIX, matrix))
+        .arrayParm("enum", array(KR_TYPE_ENUM, int32_t(1)))
+        .parmMetaData("enum", "houdini.menu", "a;A;b;B");
+    typedef std::vector<double> Numbers;
+
+    EXPECT_EQ(numbersOf(parmOf(renderer, "byte"), 1), Numbers{200});
+    EXPECT_EQ(numbersOf(parmOf(renderer, "int"), 1), Numbers{-7});
+    EXPECT_EQ(numbersOf(parmOf(renderer, "uint"), 1), Numbers{-1});
+    EXPECT_EQ(numbersOf(parmOf(renderer, "bool"), 1), Numbers{1});
+    EXPECT_EQ(numbersOf(parmOf(renderer, "rgb"), 3), (Numbers{1, 2, 3}));
+    EXPECT_EQ(numbersOf(parmOf(renderer, "rgba"), 4), (Numbers{1, 2, 3, 4}));
+    EXPECT_EQ(numbersOf(parmOf(renderer, "vector"), 3), (Numbers{1, 2, 3}));
+    EXPECT_EQ(numbersOf(parmOf(renderer, "point"), 3), (Numbers{4, 5, 6}));
+    EXPECT_EQ(numbersOf(parmOf(renderer, "point2"), 2), (Numbers{1, 2}));
+    EXPECT_EQ(numbersOf(parmOf(renderer, "matrix"), 3), (Numbers{0, 7, 0}));
+    EXPECT_EQ(textOf(parmOf(renderer, "enum")), "b");
+}
+
+TEST(DefaultOfArray, IsZeroWithElementsButNoKeys)
+{
+    StandinRenderer renderer;
+    renderer.shader("s").arrayParm("a", KrArrayAllocate(3, 0, KR_TYPE_FLOAT));
+
+    EXPECT_EQ(numbersOf(parmOf(renderer, "a"), 1), std::vector<double>{0});
+}
+
 TEST(DefaultOfArray, IsZeroWhenItIsEmpty)
 {
     StandinRenderer renderer;
@@ -477,4 +524,11 @@ TEST(Range, ChoosesEachEndByItself)
     EXPECT_EQ(mixed.getParmMin(), 5);
     EXPECT_EQ(mixed.getMaxFlag(), PRM_RANGE_UI);
     EXPECT_EQ(mixed.getUIMax(), 2);
+}
+
+TEST(Range, DoesNotCompareItsEnds)
+{
+    const PRM_Range inverted = getRange(5, 1, 0, 1);
+    EXPECT_EQ(inverted.getParmMin(), 5);
+    EXPECT_EQ(inverted.getParmMax(), 1);
 }

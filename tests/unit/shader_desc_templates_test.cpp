@@ -418,6 +418,24 @@ TEST(ArrayTemplates, OfAnEmptyArrayHaveNoInstances)
     EXPECT_STREQ(PRMtypeName(array.getMultiParmTemplate()->getType()), "PRM_RGB");
 }
 
+TEST(ArrayTemplates, HaveAnInstanceForEachElementWhateverItsKeys)
+{
+    StandinRenderer renderer;
+    renderer.shader("s").arrayParm("p", KrArrayAllocate(2, 3, KR_TYPE_FLOAT));
+
+    EXPECT_EQ(listOf(renderer)[1].getDefault(0)->getFloat(), 2);
+}
+
+TEST(ArrayTemplates, OfArraysShowALabel)
+{
+    StandinRenderer renderer;
+    renderer.shader("s").emptyArray("p", KR_TYPE_ARRAY);
+
+    const PRM_Template& element = *listOf(renderer)[1].getMultiParmTemplate();
+    EXPECT_STREQ(PRMtypeName(element.getType()), "PRM_LABEL");
+    EXPECT_EQ(defaultTextOf(element), "Unhandled parameter type: KR_TYPE_ARRAY");
+}
+
 TEST(TemplatesOfShader, HaveTwoPlacesForAnArray)
 {
     StandinRenderer renderer;

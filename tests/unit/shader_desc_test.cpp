@@ -309,6 +309,14 @@ TEST(MetaDataCache, GivesTheEmptyTextForWhatItDoesNotHold)
     EXPECT_STREQ(getMetaDataCacheStr("shader", "other", "k"), "");
 }
 
+TEST(MetaDataCache, TakesANullNameForOneItDoesNotHold)
+{
+    cacheMetaData("shader", {{"p", {{"k", "v"}}}});
+    EXPECT_STREQ(getMetaDataCacheStr(nullptr, "p", "k"), "");
+    EXPECT_STREQ(getMetaDataCacheStr("shader", nullptr, "k"), "");
+    EXPECT_STREQ(getMetaDataCacheStr("shader", "p", nullptr), "");
+}
+
 // --- Display order ----------------------------------------------------------------------------------------
 
 TEST(DisplayOrder, PutsListedParametersFirstAndKeepsTheRestAsDeclared)

@@ -45,6 +45,7 @@ TEST(Container, HoldsVopNodesOfTheHostsTable)
     EXPECT_EQ(net.getOperatorTable(), OP_Network::getOperatorTable("Vop"));
     EXPECT_EQ(SHOP_KorvanMaterial::createAndGetOperatorTable(), OP_Network::getOperatorTable("Vop"));
     EXPECT_EQ(net.getNumParms(), 0);
+    EXPECT_EQ(static_cast<SHOP_Node&>(net).getShaderType(), 31);
 }
 
 TEST(Container, TakesOurNodesAndTheHostsPlainOnesOnly)
@@ -73,6 +74,7 @@ TEST(Container, TakesThePlainNodesByTheirExactNames)
         VOP_Operator other(name, "Other", nullptr, nullptr, 0, 0, "*");
         EXPECT_FALSE(filter.allowOperatorAsChild(&other)) << name;
     }
+    EXPECT_FALSE(filter.allowOperatorAsChild(nullptr));
 }
 
 TEST(Container, OffersItsNodesInTheTabMenuAndNobodyElseDoes)

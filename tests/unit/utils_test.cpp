@@ -198,6 +198,7 @@ TEST(Split, OfAnEmptyTextGivesNothing)
 {
     EXPECT_EQ(split("", ',', true), Names());
     EXPECT_EQ(split("", ',', false), Names());
+    EXPECT_EQ(split(nullptr, ',', true), Names());
 }
 
 TEST(Split, KeepsEmptyTokensOnlyWhenAsked)

@@ -21,17 +21,32 @@ std::string inputName(const VOP_Node& node, int i)
     return name.isstring() ? name.buffer() : "";
 }
 
-/// The node as its own code sees it: past the last connector, where the host never asks.
+/// The node's own answers, which the host does not ask for past the last connector.
 class OpenShader : public VOP_KorvanShader
 {
 public:
-    using VOP_KorvanShader::getAllowedInputTypesSubclass;
-    using VOP_KorvanShader::getInputNameSubclass;
-    using VOP_KorvanShader::getInputTypeSubclass;
-    using VOP_KorvanShader::updateParmsFlags;
-};
+    static std::string inputNameOf(VOP_Node& node, int i)
+    {
+        UT_String name;
+        (shader(node).*&OpenShader::getInputNameSubclass)(name, i);
+        return name.buffer();
+    }
 
-OpenShader& opened(VOP_Node& node) { return static_cast<OpenShader&>(static_cast<VOP_KorvanShader&>(node)); }
+    static VOP_Type inputTypeOf(VOP_Node& node, int i)
+    {
+        return (shader(node).*&OpenShader::getInputTypeSubclass)(i);
+    }
+
+    static void allowedTypesOf(VOP_Node& node, unsigned i, UT_Array<VOP_Type>& types)
+    {
+        (shader(node).*&OpenShader::getAllowedInputTypesSubclass)(i, types);
+    }
+
+    static bool updateFlagsOf(VOP_Node& node) { return (shader(node).*&OpenShader::updateParmsFlags)(); }
+
+private:
+    static VOP_KorvanShader& shader(VOP_Node& node) { return static_cast<VOP_KorvanShader&>(node); }
+};
 
 } // namespace
 
@@ -77,15 +92,13 @@ TEST(ShaderNode, AnswersForInputsThatDoNotExist)
     VOP_Node& node = shaderNode(session.container(), "korvan::mix");
 
     EXPECT_STREQ(node.inputLabel(1), "Invalid");
-    UT_String name;
     for (int i : {1, -1})
     {
-        opened(node).getInputNameSubclass(name, i);
-        EXPECT_STREQ(name, "invalid");
-        EXPECT_THROW(opened(node).getInputTypeSubclass(i), std::out_of_range);
+        EXPECT_EQ(OpenShader::inputNameOf(node, i), "invalid");
+        EXPECT_THROW(OpenShader::inputTypeOf(node, i), std::out_of_range);
     }
     UT_Array<VOP_Type> types;
-    EXPECT_THROW(opened(node).getAllowedInputTypesSubclass(1, types), std::out_of_range);
+    EXPECT_THROW(OpenShader::allowedTypesOf(node, 1, types), std::out_of_range);
 }
 
 TEST(ShaderNode, HasTheMainOutputAndOneForEachComponent)
@@ -211,15 +224,22 @@ TEST(ParmFlags, MixParameterAndInputIndices)
     // Whatever disabled them: parameters 0 and 1 are looked at again, parameter 2 only through its input.
     node.enableParm("fixed", 0);
     node.enableParm("b", 0);
-    opened(node).updateParmsFlags();
+    EXPECT_FALSE(OpenShader::updateFlagsOf(node)) << "\"b\" is not among the parameters that count";
     EXPECT_FALSE(isEnabled(node, "fixed")) << "disabled before, so its missing condition does not enable it";
     EXPECT_FALSE(isEnabled(node, "a"));
     EXPECT_TRUE(isEnabled(node, "b"));
+}
 
-    // The same parameter 1 is counted, although it is input 0's: with the wire gone it has changed back.
-    node.enableParm("fixed", 1);
-    node.enableParm("b", 1);
-    EXPECT_FALSE(opened(node).updateParmsFlags()) << "nothing changed";
+TEST(ParmFlags, ReportAChangeOnce)
+{
+    StandinSession session;
+    declareMix(session.renderer);
+    session.registerAll();
+    VOP_Node& node = shaderNode(session.container(), "korvan::mix");
+
+    node.enableParm("b", 0);
+    EXPECT_TRUE(OpenShader::updateFlagsOf(node));
+    EXPECT_FALSE(OpenShader::updateFlagsOf(node));
 }
 
 TEST(ParmFlags, ReportNothingOnANodeWithoutInputs)
@@ -230,7 +250,7 @@ TEST(ParmFlags, ReportNothingOnANodeWithoutInputs)
 
     VOP_Node& node = shaderNode(session.container(), "korvan::flat");
     ASSERT_EQ(node.getInputsArraySize(), 0u);
-    EXPECT_FALSE(opened(node).updateParmsFlags());
+    EXPECT_FALSE(OpenShader::updateFlagsOf(node));
 }
 
 TEST(ParmFlags, PassOverInputsBehindTheLastParameter)
@@ -246,7 +266,7 @@ TEST(ParmFlags, PassOverInputsBehindTheLastParameter)
     VOP_Node& node = shaderNode(session.container(), "korvan::mix");
     ASSERT_EQ(node.getNumParms(), 0);
     ASSERT_EQ(node.getInputsArraySize(), 2u);
-    EXPECT_FALSE(opened(node).updateParmsFlags());
+    EXPECT_FALSE(OpenShader::updateFlagsOf(node));
 }
 
 TEST(ParmFlags, LeaveHideConditionsToTheHost)
@@ -294,6 +314,26 @@ TEST(CreationScript, ShowsOnlyConnectedOnesOfFiveInputs) { EXPECT_EQ(detailOf(nu
 TEST(CreationScript, TakesTheShadersWordForMuch) { EXPECT_EQ(detailOf("high", 5), 'H'); }
 TEST(CreationScript, TakesTheShadersWordForLittle) { EXPECT_EQ(detailOf("low", 1), 'L'); }
 
+TEST(CreationScript, FallsBackToTheNumberOfInputsOnAnUnknownWord)
+{
+    StandinSession session;
+    session.renderer.shader("s").floats({"a", "b", "c", "d", "e"}).metaData("houdini.lod", "x");
+    session.registerAll();
+    VOP_Node& node = shaderNode(session.container(), "korvan::s");
+    node.runCreateScript();
+    EXPECT_TRUE(node.getExtraFlag('M'));
+    EXPECT_EQ(session.renderer.takeWarnings().size(), 1u);
+}
+
+TEST(CreationScript, GivesTheHostsOwnResult)
+{
+    StandinSession session;
+    session.folder.write("scripts/vop/korvan--s.py", "kwargs['node'].destroy()\n");
+    session.renderer.shader("s");
+    session.registerAll();
+    EXPECT_FALSE(shaderNode(session.container(), "korvan::s").runCreateScript());
+}
+
 TEST(CreationScript, KeepsTheMiddleOfTheTileInPlace)
 {
     StandinSession session;
@@ -325,7 +365,25 @@ TEST(NodeEvents, RedrawTheTileOnAParameterChange)
     EXPECT_EQ(standin::redrawCount(other), others);
 }
 
-TEST(NodeEvents, EndWithTheNode)
+TEST(NodeEvents, AreIgnoredButForParameterChanges)
+{
+    StandinSession session;
+    session.renderer.shader("s").floats({"a"});
+    session.registerAll();
+    OP_Network& net = session.container();
+    VOP_Node &node = shaderNode(net, "korvan::s"), &plain = *net.createNode("null")->castToVOPNode();
+
+    for (OP_EventType event : {OP_NAME_CHANGED, OP_INPUT_CHANGED, OP_FLAG_CHANGED, OP_OUTPUT_CHANGED})
+    {
+        const int before = standin::redrawCount(node), plainBefore = standin::redrawCount(plain);
+        node.opChanged(event);
+        plain.opChanged(event);
+        EXPECT_EQ(standin::redrawCount(node) - before, standin::redrawCount(plain) - plainBefore)
+            << "event " << event << ": more than the host draws by itself";
+    }
+}
+
+TEST(NodeEvents, ReachNoDeletedNode)
 {
     StandinSession session;
     session.renderer.shader("s").floats({"a"});

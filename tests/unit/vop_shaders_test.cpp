@@ -86,6 +86,18 @@ TEST(Registration, GivesAShaderWithoutMetadataNoSubMenuAndTheGeneralHelpPage)
     EXPECT_TRUE(op->getOpHelpURL(text));
     const std::string url = text.buffer();
     EXPECT_EQ(url.substr(url.rfind('/')), "/Shaders");
+    EXPECT_NE(url.find("korvan.example/"), std::string::npos);
+}
+
+TEST(ShaderOperator, WithoutADescriptionHasNoSubMenuAndTheGeneralHelpPage)
+{
+    StandinSession session;
+    VOP_KorvanOperator op("korvan::bare", "Bare", VOP_KorvanShader::myConstructor, nullptr, 0, 0,
+                          "korvan_vopnet");
+    UT_String text;
+    EXPECT_FALSE(op.getOpTabSubMenuPath(text));
+    EXPECT_TRUE(op.getOpHelpURL(text));
+    EXPECT_TRUE(text.isstring());
 }
 
 TEST(Registration, LeavesOutWhatAsksToBeSkippedWhateverItsKind)
@@ -157,6 +169,25 @@ TEST(Registration, ReadsADirectoryAsOftenAsThePathNamesIt)
     session.registerAll();
 
     EXPECT_EQ(session.renderer.takeInfos().size(), 4u);
+}
+
+TEST(Registration, LoadsMetadataInTheOrderOfThePathAfterThePlugins)
+{
+    namespace fs = std::filesystem;
+    StandinSession session;
+    const fs::path folder = session.folder.path();
+    session.folder.write("b/korvan/metadata/z.mtd",
+                         "[on_path]\n\"houdini.label\" = \"First\"\n\"houdini.icon\" = \"I\"\n");
+    session.folder.write("a/korvan/metadata/a.mtd", "[on_path]\n\"houdini.label\" = \"Second\"\n");
+    fs::create_directories(folder / "a/korvan/plugins");
+    fs::copy(fs::path(TEST_PLUGINS) / "on_path.so", folder / "a/korvan/plugins");
+    ::setenv("HOUDINI_PATH", (folder.string() + "/b;" + folder.string() + "/a").c_str(), 1);
+    UT_PathSearch::getInstance(UT_HOUDINI_PATH)->rehash();
+    session.registerAll();
+
+    ASSERT_EQ(vopNames(), Names{"korvan::on_path"});
+    EXPECT_STREQ(session.vop("korvan::on_path")->getEnglish(), "Second");
+    EXPECT_STREQ(session.vop("korvan::on_path")->getIconName(), "I");
 }
 
 TEST(Registration, LoadsRendererPluginsOfThePathAndThenOfTheVariable)
