@@ -9,7 +9,8 @@ namespace
 // The text, and what the text, its owner and the queue take besides.
 std::size_t memoryOf(const std::string& text) { return text.capacity() + 96; }
 
-// A text that grew may own twice what it needs. Giving that back costs a copy, which only long texts are worth.
+// A text that grew may own twice what it needs. Giving that back costs a copy, which only long texts are
+// worth.
 constexpr std::size_t tolerated_slack = 1u << 20;
 } // namespace
 

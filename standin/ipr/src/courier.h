@@ -13,8 +13,8 @@
 namespace zelk::ipr
 {
 
-/// Its thread lives as long as it does; the two share what is needed, so that a thread which does not come to an end in time
-/// can be left behind.
+/// Its thread lives as long as it does; the two share what is needed, so that a thread which does not come to
+/// an end in time can be left behind.
 class Courier
 {
 public:

@@ -6,7 +6,8 @@ namespace zelk::ipr
 {
 namespace
 {
-// Null when the array cannot be told: there is none, or its elements mean something in the sender's process only.
+// Null when the array cannot be told: there is none, or its elements mean something in the sender's process
+// only.
 const Codec* elementCodec(const DeltaParm& parm)
 {
     if (parm.type != KR_TYPE_ARRAY || !parm.value.array)

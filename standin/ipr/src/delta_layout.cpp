@@ -1,5 +1,5 @@
-// The layout of the records, which plug-ins were compiled against. It holds under both string ABIs: a text takes 32 or
-// 8 bytes, and everything else follows from that.
+// The layout of the records, which plug-ins were compiled against. It holds under both string ABIs: a text
+// takes 32 or 8 bytes, and everything else follows from that.
 #include <zelk/ipr/delta.h>
 
 #include <cstddef>
@@ -27,7 +27,8 @@ static_assert(sizeof(DeltaParm) == 96 + text_bytes, "nothing else");
 static_assert(std::has_virtual_destructor<Delta>::value, "its only virtual operation");
 static_assert(std::is_base_of<std::map<std::string, DeltaParm>, Delta>::value, "a record is a map");
 static_assert(map_bytes == 48, "the map itself");
-// A class with a virtual operation has no standard layout, but no virtual base either: the offsets are constants.
+// A class with a virtual operation has no standard layout, but no virtual base either: the offsets are
+// constants.
 #pragma GCC diagnostic push
 #pragma GCC diagnostic ignored "-Winvalid-offsetof"
 static_assert(offsetof(Delta, nodePath) == sizeof(void*) + map_bytes, "first member after the map");

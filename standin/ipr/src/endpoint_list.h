@@ -27,8 +27,8 @@ struct Endpoint
     bool isTcp() const { return path.empty(); }
 };
 
-/// Splits a list at its commas, and leaves out blanks, empty items and repetitions. Keys are those of ZELK_IPR_KEYS. The
-/// default endpoint's directory is made if need be.
+/// Splits a list at its commas, and leaves out blanks, empty items and repetitions. Keys are those of
+/// ZELK_IPR_KEYS. The default endpoint's directory is made if need be.
 std::vector<Endpoint> parseEndpoints(const std::string& list, Role role);
 
 } // namespace zelk::ipr

@@ -67,7 +67,7 @@ Gatekeeper::Gatekeeper(zmq::context_t& context, const std::string& publicKey)
 
 Gatekeeper::~Gatekeeper()
 {
-    m_stopper.send(zmq::buffer("stop", 4), zmq::send_flags::none);
+    zmq_send(m_stopper.handle(), "stop", 4, 0); // a pair with nothing in it takes that at once
     m_thread.join();
 }
 

@@ -12,8 +12,9 @@ namespace zelk::ipr
 /// The domain of the sockets that it guards.
 extern const char gatekeeper_domain[];
 
-/// Answers ZeroMQ's authentication requests (its ZAP protocol) of one context, on a thread of its own. It must be there
-/// before a guarded socket binds and outlive it: without it, ZeroMQ lets in whoever knows the render's public key.
+/// Answers ZeroMQ's authentication requests (its ZAP protocol) of one context, on a thread of its own. It
+/// must be there before a guarded socket binds and outlive it: without it, ZeroMQ lets in whoever knows the
+/// render's public key.
 class Gatekeeper
 {
 public:

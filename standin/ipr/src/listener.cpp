@@ -130,11 +130,11 @@ struct Listener::Impl
 
     bool isText() const { return frames.size() == 2; }
 
-    // Two frames, the first of them empty, are a host's question whether everything before was received: they go back. A host
-    // that has gone meanwhile misses nothing.
+    // Two frames, the first of them empty, are a host's question whether everything before was received: they
+    // go back. A host that has gone meanwhile misses nothing.
     void answer(zmq::socket_t& socket)
     {
-        if (frames.size() != 3 || frames[1].size() != 0)
+        if (frames.size() != 3 || !frames[1].empty())
             return;
         socket.send(frames[0], zmq::send_flags::sndmore | zmq::send_flags::dontwait);
         socket.send(frames[1], zmq::send_flags::sndmore | zmq::send_flags::dontwait);

@@ -3,6 +3,8 @@
 #include <pthread.h>
 
 #include <atomic>
+#include <new>
+#include <type_traits>
 
 namespace zelk::ipr
 {
@@ -28,7 +30,10 @@ std::uint64_t forkGeneration() noexcept
 
 std::mutex& processMutex() noexcept
 {
-    static std::mutex& mutex = *new std::mutex; // never destroyed: senders may outlive static objects
+    // Never destroyed, since senders may outlive static objects: a mutex with a constant beginning and no end
+    // of its own.
+    static std::aligned_storage<sizeof(std::mutex), alignof(std::mutex)>::type storage;
+    static std::mutex& mutex = *new (&storage) std::mutex;
     return mutex;
 }
 

@@ -38,7 +38,8 @@ struct Publisher::Impl
             return running;
         if (closed)
             return nullptr;
-        // A courier of another generation has no thread here, and its locks may be held for ever: it is left alone.
+        // A courier of another generation has no thread here, and its locks may be held for ever: it is left
+        // alone.
         courier = nullptr;
         generation = ours;
         try
@@ -106,7 +107,8 @@ DeltaPublisher::DeltaPublisher() = default;
 
 DeltaPublisher& DeltaPublisher::instance()
 {
-    // Never destroyed, since other objects may still send while they are; what waits gets its time when this one is.
+    // Never destroyed, since other objects may still send while they are; what waits gets its time when this
+    // one is.
     static DeltaPublisher& publisher = *new DeltaPublisher;
     struct Closer
     {

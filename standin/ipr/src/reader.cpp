@@ -41,7 +41,8 @@ const Token& expect(TokenCursor& cursor, TokenKind kind, const std::string& plac
     return token;
 }
 
-// Where the values of some keys of a map are; null for those that it does not have. The cursor is left behind the map.
+// Where the values of some keys of a map are; null for those that it does not have. The cursor is left behind
+// the map.
 template <std::size_t count>
 std::array<const Token*, count> fields(TokenCursor& cursor, const std::array<const char*, count>& keys,
                                        const std::string& place)

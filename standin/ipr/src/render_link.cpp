@@ -29,8 +29,8 @@ std::string nextMonitorAddress()
     return "inproc://monitor-" + std::to_string(++count);
 }
 
-// A machine that goes down without a word is noticed within some two minutes. (The kernel answers for a render that is
-// merely stopped.)
+// A machine that goes down without a word is noticed within some two minutes. (The kernel answers for a
+// render that is merely stopped.)
 void setKeepAlive(zmq::socket_t& socket)
 {
     socket.set(zmq::sockopt::tcp_keepalive, 1);
@@ -134,8 +134,8 @@ void RenderLink::connect()
     {
         warnOnce(m_warnedTrouble, "The endpoint " + m_endpoint.address + " cannot be used: " + error.what() +
                                       ". Correct ZELK_IPR_ENDPOINT and start again.");
-        giveUp(m_attemptEnd,
-               pause_after_refusal); // it may be a passing want, of file descriptors for example
+        // It may be a passing want, of file descriptors for example: there will be another attempt.
+        giveUp(m_attemptEnd, pause_after_refusal);
     }
 }
 
@@ -143,8 +143,8 @@ void RenderLink::openSocket()
 {
     m_socket = zmq::socket_t(*m_context, zmq::socket_type::dealer);
     m_socket.set(zmq::sockopt::linger, 0);
-    m_socket.set(zmq::sockopt::immediate,
-                 true); // nothing is taken before there is a render, and nothing outlives it
+    // Nothing is taken before there is a render, and nothing outlives it.
+    m_socket.set(zmq::sockopt::immediate, true);
     m_socket.set(zmq::sockopt::sndhwm, records_under_way);
     m_socket.set(zmq::sockopt::reconnect_ivl, -1);
     m_socket.set(zmq::sockopt::handshake_ivl, 0); // a render that is stopped now may go on later
@@ -234,7 +234,7 @@ void RenderLink::askWhetherAllIsRead()
     m_asked = true;
 }
 
-// A render says nothing else; what a stranger might say is received all the same, so that it does not pile up.
+// A render says nothing else; what a stranger might say is received all the same, and so does not pile up.
 void RenderLink::hearAnswer()
 {
     zmq::message_t frame;

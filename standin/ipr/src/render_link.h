@@ -25,10 +25,11 @@ struct TrafficCounters
 
 /// Passes the records of a backlog on to whoever listens at one endpoint.
 ///
-/// It connects when there is something to pass on, not before. Nobody there: the records that were added before it looked
-/// are dropped. (So ZeroMQ's own reconnecting is off: only an attempt of our own, begun after a record was added, tells
-/// whether somebody listened when it was.) A connected render gets everything; when the connection ends, what
-/// still waits was meant for a render that is gone, and is dropped. Belongs to the courier's thread.
+/// It connects when there is something to pass on, not before. Nobody there: the records that were added
+/// before it looked are dropped. (So ZeroMQ's own reconnecting is off: only an attempt of our own, begun
+/// after a record was added, tells whether somebody listened when it was.) A connected render gets
+/// everything; when the connection ends, what still waits was meant for a render that is gone, and is
+/// dropped. Belongs to the courier's thread.
 class RenderLink
 {
 public:
@@ -50,8 +51,9 @@ public:
     /// When to advance although nothing happened.
     Clock::time_point nextStep() const;
 
-    /// Nothing more will be added: from now on it asks the render, after the last record, whether it has read them all. (What
-    /// is under way when a connection ends may be lost on the render's side, so it must not end before.)
+    /// Nothing more will be added: from now on it asks the render, after the last record, whether it has read
+    /// them all. (What is under way when a connection ends may be lost on the render's side, so it must not
+    /// end before.)
     void leave() { m_leaving = true; }
 
     /// Whether the render has answered that, or none is there.

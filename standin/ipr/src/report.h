@@ -6,7 +6,8 @@
 namespace zelk::ipr
 {
 
-/// Prints "[zelk::ipr] SENTENCE". Any thread may call it; the renderer's own message functions belong to the main thread.
+/// Prints "[zelk::ipr] SENTENCE". Any thread may call it; the renderer's own message functions belong to the
+/// main thread.
 void report(const std::string& sentence) noexcept;
 
 } // namespace zelk::ipr

@@ -9,8 +9,8 @@ namespace zelk::ipr
 /// XDG_RUNTIME_DIR, or else /tmp/korvan-UID.
 std::string runtimeDirectory();
 
-/// Makes sure that nobody else can enter the directory, and makes it first when it is the one below /tmp. False, with a
-/// sentence in `error`, when it is missing, another user's, a link, or open to others.
+/// Makes sure that nobody else can enter the directory, and makes it first when it is the one below /tmp.
+/// False, with a sentence in `error`, when it is missing, another user's, a link, or open to others.
 bool prepareRuntimeDirectory(const std::string& directory, std::string& error);
 
 } // namespace zelk::ipr

@@ -38,8 +38,8 @@ struct Token
     std::string_view text() const { return {bytes, size}; }
 };
 
-/// Parses exactly one value. False, with a sentence without its full stop, when the text is malformed, nests deeper than any
-/// record does or holds more values than any record has. The tokens point into `text`.
+/// Parses exactly one value. False, with a sentence without its full stop, when the text is malformed, nests
+/// deeper than any record does or holds more values than any record has. The tokens point into `text`.
 bool parseTokens(const std::string& text, std::vector<Token>& tokens, std::string& problem);
 
 /// Walks tokens that parseTokens() has made: a list or a map is always complete.

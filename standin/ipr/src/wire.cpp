@@ -128,8 +128,8 @@ constexpr Codec matrix_codec = floats_codec<16>("a list of 16 numbers");
 constexpr Codec text_codec = {sizeof(const char*), "a text without zero bytes", packPointedText,
                               unpackPointedText};
 
-// A single value comes from the host as the host evaluates it: signed 32 bits for every whole number, and an item's name for
-// an enumeration. The elements of an array are the renderer's own.
+// A single value comes from the host as the host evaluates it: signed 32 bits for every whole number, and an
+// item's name for an enumeration. The elements of an array are the renderer's own.
 const WireType wire_types[] = {
     {KR_TYPE_BYTE, "byte", Place::Value, &int_codec, &byte_codec},
     {KR_TYPE_INT, "int", Place::Value, &int_codec, &int_codec},

@@ -21,7 +21,8 @@ struct TextStream
     void write(const char* data, std::size_t size) { text.append(data, size); }
 };
 
-/// The library's packer, but for floats: it would make an integer of each that has no fraction, and lose the minus of a zero.
+/// The library's packer, but for floats: it would make an integer of each that has no fraction, and lose the
+/// minus of a zero.
 class Packer : public msgpack::packer<TextStream>
 {
 public:

@@ -1,4 +1,5 @@
-// A host for tests: `ipr_test_host COUNT` sends so many edits and ends at once. With "fork", a child sends the second half.
+// A host for tests: `ipr_test_host COUNT` sends so many edits and ends at once. With "fork", a child sends
+// the second half.
 #include <zelk/ipr/publisher.h>
 
 #include <sys/wait.h>

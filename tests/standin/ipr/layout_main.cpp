@@ -1,5 +1,6 @@
-// Reads the fields of a record where an independently built plug-in would: by offset. A program of its own, since the
-// test framework exists for one string ABI only. Exits with the number of fields that are elsewhere.
+// Reads the fields of a record where an independently built plug-in would: by offset. A program of its own,
+// since the test framework exists for one string ABI only. Exits with the number of fields that are
+// elsewhere.
 #include <zelk/ipr/delta.h>
 #include <zelk/ipr/endpoint.h>
 #include <zelk/ipr/keys.h>

@@ -17,8 +17,8 @@ namespace ipr
 
 /// The new value of one parameter.
 ///
-/// A plain record, whose layout is part of the interface. Start from `DeltaParm()`, which is all zeros with an
-/// empty text, and write what the type uses:
+/// A plain record, whose layout is part of the interface. Start from `DeltaParm()`, which is all zeros with
+/// an empty text, and write what the type uses:
 ///
 /// | type                                     | member                                                     |
 /// |------------------------------------------|------------------------------------------------------------|
@@ -53,10 +53,10 @@ public:
     ///
     ///     {"node_path": TEXT, "entry_name": TEXT, "parms": {NAME: {"type": CODE, "value": VALUE}}}
     ///
-    /// VALUE is an integer, a boolean, a 32-bit float or a list of them (a matrix: 16), a text, or for an array
-    /// {"element_type": CODE, "values": [one VALUE per element]}, with "key_count" beside them when the array
-    /// has not exactly one motion key. Floats keep every bit, texts every byte. Types without a value of their
-    /// own (pointer, codes above enum, arrays of such) give their `str`.
+    /// VALUE is an integer, a boolean, a 32-bit float or a list of them (a matrix: 16), a text, or for an
+    /// array {"element_type": CODE, "values": [one VALUE per element]}, with "key_count" beside them when the
+    /// array has not exactly one motion key. Floats keep every bit, texts every byte. Types without a value
+    /// of their own (pointer, codes above enum, arrays of such) give their `str`.
     std::string serialize() const;
 
     std::string nodePath;  ///< full path of the node that the change applies to

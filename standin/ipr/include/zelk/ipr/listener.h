@@ -26,16 +26,17 @@ public:
 
     /// Binds one or several endpoints, separated by commas; an empty text stands for configuredEndpoints().
     ///
-    /// False, with a sentence in `error` and nothing bound, when one of them cannot be bound: it is malformed, taken
-    /// by another listener, in a directory that others can enter, or reachable by other machines without keys.
-    /// A host that is connected through two of the endpoints sends everything twice.
+    /// False, with a sentence in `error` and nothing bound, when one of them cannot be bound: it is
+    /// malformed, taken by another listener, in a directory that others can enter, or reachable by other
+    /// machines without keys. A host that is connected through two of the endpoints sends everything twice.
     bool open(const std::string& endpoints, std::string& error);
 
     /// The endpoints as bound: "tcp://127.0.0.1:*" has got its port. Empty when not open.
     std::vector<std::string> endpoints() const;
 
-    /// Waits for the next text, at most `timeoutMs` milliseconds (below 0: for ever). False when none came, when a signal
-    /// interrupted the wait, and when not open. Texts of one host come in the order in which they were sent.
+    /// Waits for the next text, at most `timeoutMs` milliseconds (below 0: for ever). False when none came,
+    /// when a signal interrupted the wait, and when not open. Texts of one host come in the order in which
+    /// they were sent.
     bool receive(std::string& text, int timeoutMs);
 
 private:

@@ -14,8 +14,8 @@ namespace zelk
 namespace ipr
 {
 
-/// What may wait for renders that read too slowly, in bytes, all endpoints together. Beyond it the oldest records go.
-/// Besides, at most records_under_way records for each endpoint are with ZeroMQ.
+/// What may wait for renders that read too slowly, in bytes, all endpoints together. Beyond it the oldest
+/// records go. Besides, at most records_under_way records for each endpoint are with ZeroMQ.
 const std::size_t max_waiting_bytes = 128u << 20;
 const int records_under_way = 8;
 
@@ -32,10 +32,10 @@ struct Traffic
 
 /// Sends records to the renders that listen at some endpoints; each render gets every record.
 ///
-/// A render binds, a publisher connects. The first send() starts one thread, which does all the work; a process that
-/// sends nothing has none. A record is dropped when nobody listens at the time of sending; a render that listens gets
-/// all that is sent from then on, in order. Problems are reported on standard error, each once. After fork() the
-/// child has a road of its own; what waited in the parent stays the parent's.
+/// A render binds, a publisher connects. The first send() starts one thread, which does all the work; a
+/// process that sends nothing has none. A record is dropped when nobody listens at the time of sending; a
+/// render that listens gets all that is sent from then on, in order. Problems are reported on standard error,
+/// each once. After fork() the child has a road of its own; what waited in the parent stays the parent's.
 class ZELK_IPR_EXPORT Publisher
 {
 public:

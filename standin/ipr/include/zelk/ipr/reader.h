@@ -15,8 +15,9 @@ namespace ipr
 /// The longest text that is sent or read, in bytes.
 const std::size_t max_record_bytes = 64u << 20;
 
-/// A record read from a text. It owns the arrays, and the texts in them, that its values point to: they live until
-/// it is cleared or destroyed, whatever happens to its entries. So it cannot be copied; a copy of its Delta part borrows them.
+/// A record read from a text. It owns the arrays, and the texts in them, that its values point to: they live
+/// until it is cleared or destroyed, whatever happens to its entries. So it cannot be copied; a copy of its
+/// Delta part borrows them.
 class ZELK_IPR_EXPORT ReceivedDelta : public Delta
 {
 public:
@@ -39,11 +40,11 @@ private:
     std::unique_ptr<Belongings> m_belongings;
 };
 
-/// Reads the text of one record into `delta`, whose former contents go. Reading what serialize() wrote gives the same
-/// record, to the bit. Keys that nobody knows are passed over.
+/// Reads the text of one record into `delta`, whose former contents go. Reading what serialize() wrote gives
+/// the same record, to the bit. Keys that nobody knows are passed over.
 ///
-/// False, with an empty `delta` and a sentence in `error` that says what is wrong and where, for anything else:
-/// whatever the bytes are, nothing is thrown, and reading takes some 300 MB for the worst of them.
+/// False, with an empty `delta` and a sentence in `error` that says what is wrong and where, for anything
+/// else: whatever the bytes are, nothing is thrown, and reading takes some 300 MB for the worst of them.
 ZELK_IPR_EXPORT bool readDelta(const std::string& text, ReceivedDelta& delta, std::string& error) noexcept;
 
 } // namespace ipr
