@@ -5,6 +5,9 @@
 #include <VOP/VOP_Node.h>
 #include <VOP/VOP_Operator.h>
 
+#include <string>
+#include <vector>
+
 class OP_OperatorTable;
 
 namespace zelk
@@ -76,7 +79,11 @@ private:
     const ShaderDesc& desc() const;
     unsigned inputSlotCount() const;
     bool updateParmFlags(int i);
+
+    /// Tells the running render about one edited parameter. Silent for what no render has: interface-only
+    /// parameters, array elements, the image shader's file, and a camera shader that no camera uses.
     void handleParmChanged(int parmIndex);
+    std::vector<std::string> updateTargets() const;
 };
 
 } // namespace shop

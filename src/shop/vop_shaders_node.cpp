@@ -139,7 +139,5 @@ void VOP_KorvanShader::nodeEventHandler(OP_Node*, void* callee, OP_EventType typ
         static_cast<VOP_KorvanShader*>(callee)->handleParmChanged(parmIndexOf(data));
 }
 
-void VOP_KorvanShader::handleParmChanged(int) { triggerUIChanged(OP_UICHANGE_ANY); }
-
 } // namespace shop
 } // namespace zelk

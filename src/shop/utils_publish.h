@@ -1,0 +1,24 @@
+#ifndef ZELK_SHOP_UTILS_PUBLISH_H
+#define ZELK_SHOP_UTILS_PUBLISH_H
+
+#include <string>
+#include <vector>
+
+namespace zelk
+{
+namespace ipr
+{
+class Delta;
+}
+
+namespace shop
+{
+
+/// Sends a filled record to the running render, once for each target path, in order. The records differ only in
+/// `nodePath`, which is left at the last target. Whether a render listens is the library's concern.
+void publish(ipr::Delta& delta, const std::vector<std::string>& targetPaths);
+
+} // namespace shop
+} // namespace zelk
+
+#endif

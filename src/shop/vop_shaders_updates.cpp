@@ -1,0 +1,187 @@
+#include "vop_shaders.h"
+
+#include "shader_desc.h"
+#include "utils_publish.h"
+
+#include <CH/CH_Manager.h>
+#include <OP/OP_Director.h>
+#include <OP/OP_Network.h>
+#include <PRM/PRM_Parm.h>
+#include <SYS/SYS_SequentialThreadIndex.h>
+#include <UT/UT_String.h>
+#include <UT/UT_ValArray.h>
+
+#include <zelk/ipr/delta.h>
+
+namespace zelk
+{
+namespace shop
+{
+
+namespace
+{
+
+/// The parameter by which a camera object names the shader that it looks through.
+const char* const camera_shader_parm = "kv_camera_shader";
+
+/// Value of a type that is not published.
+const char* const unhandled = "<unhandled>";
+
+std::string pathOf(const OP_Node& node)
+{
+    UT_String path;
+    node.getFullPath(path);
+    return path.buffer();
+}
+
+/// One parameter of a node, evaluated at the time at which the calling thread evaluates.
+struct Evaluation
+{
+    Evaluation(const OP_Node& n, const char* p)
+        : node(n), parm(p), time(CHgetEvalTime()), thread(SYSgetSTID())
+    {
+    }
+
+    int integer() const { return static_cast<int>(node.evalIntT(parm, 0, time, thread)); }
+    float number() const { return static_cast<float>(node.evalFloatT(parm, 0, time, thread)); }
+
+    std::string text() const
+    {
+        UT_String value;
+        node.evalStringT(value, parm, 0, time, thread);
+        return value.isstring() ? value.buffer() : "";
+    }
+
+    void numbers(float* values, int count) const
+    {
+        fpreal evaluated[16] = {};
+        node.evalFloats(parm, evaluated, time);
+        for (int i = 0; i < count; ++i)
+            values[i] = static_cast<float>(evaluated[i]);
+    }
+
+    const OP_Node& node;
+    const char* const parm;
+    const fpreal time;
+    const int thread;
+};
+
+void encodeInteger(const Evaluation& source, ipr::DeltaParm& target) { target.value.int_ = source.integer(); }
+
+void encodeBoolean(const Evaluation& source, ipr::DeltaParm& target)
+{
+    target.value.byte_ = source.integer() != 0 ? 1 : 0;
+}
+
+void encodeFloat(const Evaluation& source, ipr::DeltaParm& target) { target.value.flt = source.number(); }
+
+template <int Count>
+void encodeFloats(const Evaluation& source, ipr::DeltaParm& target)
+{
+    source.numbers(&target.value.flt, Count);
+}
+
+void encodeText(const Evaluation& source, ipr::DeltaParm& target) { target.str = source.text(); }
+
+/// The renderer's matrices are the host's, transposed.
+void encodeMatrix(const Evaluation& source, ipr::DeltaParm& target)
+{
+    float values[16];
+    source.numbers(values, 16);
+    for (int row = 0; row < 4; ++row)
+        for (int column = 0; column < 4; ++column)
+            target.matrix.m[row][column] = values[4 * column + row];
+}
+
+struct EncodingRow
+{
+    int code;
+    void (*encode)(const Evaluation&, ipr::DeltaParm&);
+};
+
+// A code without a row is sent with a marker in place of its value.
+const EncodingRow encoding_rows[] = {
+    {KR_TYPE_BYTE, encodeInteger},     {KR_TYPE_INT, encodeInteger},      {KR_TYPE_UINT, encodeInteger},
+    {KR_TYPE_BOOLEAN, encodeBoolean},  {KR_TYPE_FLOAT, encodeFloat},      {KR_TYPE_RGB, encodeFloats<3>},
+    {KR_TYPE_RGBA, encodeFloats<4>},   {KR_TYPE_VECTOR, encodeFloats<3>}, {KR_TYPE_POINT, encodeFloats<3>},
+    {KR_TYPE_POINT2, encodeFloats<2>}, {KR_TYPE_STRING, encodeText},      {KR_TYPE_NODE, encodeText},
+    {KR_TYPE_MATRIX, encodeMatrix},    {KR_TYPE_ENUM, encodeText},
+};
+
+ipr::DeltaParm encoded(const OP_Node& node, const ParmDesc& parm)
+{
+    ipr::DeltaParm target = ipr::DeltaParm();
+    target.type = static_cast<std::uint8_t>(parm.typeCode());
+    for (const EncodingRow& row : encoding_rows)
+    {
+        if (row.code == parm.typeCode())
+        {
+            row.encode(Evaluation(node, parm.name.c_str()), target);
+            return target;
+        }
+    }
+    target.str = unhandled;
+    return target;
+}
+
+/// The file of the image shader is never published: the render reads its images at its own pace.
+bool isImageFile(const ShaderDesc& desc, const ParmDesc& parm)
+{
+    return parm.typeCode() == KR_TYPE_STRING && desc.opName == "korvan::image" && parm.name == "filename";
+}
+
+/// Whether a camera object looks through the shader of that path. Deliberate: any beginning of the path will do, so that an
+/// empty text covers every shader and "/shop/net/c1" covers "/shop/net/c10" too. See
+/// CameraEdit.ReachesEveryCameraWhosePathIsAPrefix.
+bool looksThrough(const OP_Node& camera, const std::string& shaderPath)
+{
+    UT_String chosen;
+    if (!camera.evalParameterOrPropertyT(camera_shader_parm, 0, CHgetEvalTime(), chosen, SYSgetSTID()))
+        return false;
+    const std::string prefix = chosen.isstring() ? chosen.buffer() : "";
+    return shaderPath.compare(0, prefix.size(), prefix) == 0;
+}
+
+/// Paths of the camera objects that look through the shader node at that path.
+std::vector<std::string> camerasOf(const std::string& shaderPath)
+{
+    UT_ValArray<OP_Node*> cameras;
+    OPgetDirector()->getManager("obj")->getOpsByName("cam", cameras);
+    std::vector<std::string> paths;
+    for (int i = 0; i < static_cast<int>(cameras.entries()); ++i)
+        if (looksThrough(*cameras(i), shaderPath))
+            paths.push_back(pathOf(*cameras(i)));
+    return paths;
+}
+
+} // namespace
+
+/// Whom an edit is addressed to: the node itself, or the cameras that look through it when it is wired.
+std::vector<std::string> VOP_KorvanShader::updateTargets() const
+{
+    const std::string path = pathOf(*this);
+    if (desc().nodeType != KR_NODE_CAMERA)
+        return {path};
+    return nOutputs(-1) ? camerasOf(path) : std::vector<std::string>();
+}
+
+void VOP_KorvanShader::handleParmChanged(int parmIndex)
+{
+    triggerUIChanged(OP_UICHANGE_ANY);
+    if (parmIndex < 0 || parmIndex >= getNumParms())
+        return;
+    const ParmDesc* parm = desc().parmDesc(getParm(parmIndex).getToken());
+    if (!parm || parm->isExtra || isImageFile(desc(), *parm))
+        return;
+
+    const std::vector<std::string> targets = updateTargets();
+    if (targets.empty())
+        return;
+    ipr::Delta delta;
+    delta.entryName = desc().name;
+    delta[parm->name] = encoded(*this, *parm);
+    publish(delta, targets);
+}
+
+} // namespace shop
+} // namespace zelk
