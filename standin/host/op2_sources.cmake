@@ -21,6 +21,7 @@ set(HOST_OP2_SOURCES
     src/standin/networks.cpp
     src/standin/paths.cpp
     src/standin/plugins.cpp
+    src/standin/shared_object.cpp
     src/vop/vop_builtin.cpp
     src/vop/vop_node.cpp
     src/vop/vop_operator.cpp

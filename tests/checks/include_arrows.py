@@ -18,7 +18,7 @@ C_LIBRARY = set(
 STANDARD = CXX_LIBRARY | C_LIBRARY
 # What C++17 code for one platform may use besides.
 PLATFORM = STANDARD | set(
-    "any charconv filesystem optional string_view variant cxxabi.h dirent.h dlfcn.h fcntl.h fnmatch.h glob.h link.h "
+    "any charconv filesystem optional string_view variant cxxabi.h dirent.h dlfcn.h elf.h fcntl.h fnmatch.h glob.h link.h "
     "netdb.h poll.h pthread.h pwd.h signal.h strings.h termios.h unistd.h".split())
 PLATFORM_PREFIXES = ("sys/", "arpa/", "net/", "netinet/")
 

@@ -238,6 +238,16 @@ unsigned lineOfEndlessKey(const std::string& text)
     return 0;
 }
 
+// The parser words a key or table that stands twice so that it cannot be understood, garbled at times.
+std::string sentenceFor(const toml::parse_error& error)
+{
+    const std::string description(error.description());
+    if (description.find("cannot redefine") != std::string::npos)
+        return "This key or table is there already, further up. Skipping the whole file; take one of the two "
+               "away.";
+    return description + ". Skipping the whole file; correct this line.";
+}
+
 bool loadFile(Universe& universe, const char* file)
 {
     const std::optional<std::string> text = readFile(file);
@@ -259,9 +269,8 @@ bool loadFile(Universe& universe, const char* file)
     if (result)
         MtdLoader(universe, file).load(result.table());
     else
-        KrMsgError("[kr] %s:%u:%u: %s. Skipping the whole file; correct this line.", file,
-                   result.error().source().begin.line, result.error().source().begin.column,
-                   std::string(result.error().description()).c_str());
+        KrMsgError("[kr] %s:%u:%u: %s", file, result.error().source().begin.line,
+                   result.error().source().begin.column, sentenceFor(result.error()).c_str());
     return static_cast<bool>(result);
 }
 

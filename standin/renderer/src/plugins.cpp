@@ -1,4 +1,5 @@
 // Opening plug-ins.
+#include "shared_object.h"
 #include "universe.h"
 
 #include <dlfcn.h>
@@ -67,6 +68,15 @@ void Universe::loadPlugin(const std::string& file)
     const std::string path = realPath(file);
     if (isLoaded(path))
         return;
+    if (const std::optional<CutOff> cut = findCutOff(file))
+    {
+        KrMsgError(
+            "[kr] The plug-in %s is cut off: it should have %llu bytes and has %llu. Skipping it; copy it "
+            "again.",
+            file.c_str(), static_cast<unsigned long long>(cut->promised),
+            static_cast<unsigned long long>(cut->size));
+        return;
+    }
     void* handle = dlopen(file.c_str(), RTLD_NOW | RTLD_LOCAL);
     if (!handle)
     {

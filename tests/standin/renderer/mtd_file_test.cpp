@@ -89,6 +89,17 @@ TEST_F(MtdFile, ContributesNothingAfterASyntaxError)
     EXPECT_EQ(nodeItems(), Items{});
 }
 
+TEST_F(MtdFile, SaysWhereAKeyOrATableStandsASecondTime)
+{
+    const std::string end = ": This key or table is there already, further up. Skipping the whole file; take "
+                            "one of the two away.";
+    EXPECT_FALSE(load("[noise]\n\"houdini.label\" = 1\nb = 2\n\"houdini.label\" = 3\n"));
+    EXPECT_EQ(takeComplaint("error"), "4:19" + end);
+    EXPECT_FALSE(load("[noise]\na = 1\n[noise.parameters.gain]\n[noise]\n"));
+    EXPECT_EQ(takeComplaint("error"), "4:1" + end);
+    EXPECT_EQ(nodeItems(), Items{});
+}
+
 TEST_F(MtdFile, ThatIsNotUtf8IsASyntaxError)
 {
     EXPECT_FALSE(load("[noise]\na = \"\xff\"\n"));

@@ -1,9 +1,18 @@
 #include "renderer_fixture.h"
 
+#include <fstream>
+#include <iterator>
+
 namespace
 {
 
 const std::string plugins = TEST_PLUGIN_DIR;
+
+std::string contentsOf(const std::string& file)
+{
+    std::ifstream stream(file, std::ios::binary);
+    return {std::istreambuf_iterator<char>(stream), {}};
+}
 
 float callsOfCountingPlugin()
 {
@@ -69,6 +78,36 @@ TEST(Plugins, ThatAreNoSharedObjectsAreReported)
     const std::string message = renderer.takeMessage();
     EXPECT_THAT(message, testing::StartsWith("error: [kr] Cannot open the plug-in " + file + ": "));
     EXPECT_THAT(message, testing::EndsWith(". Skipping it; rebuild it for this machine or take it away."));
+}
+
+// The system's loader would end the process.
+TEST(Plugins, ThatAreCutOffAreReportedWithWhatIsMissing)
+{
+    Renderer renderer;
+    Folder folder;
+    const std::string whole = contentsOf(plugins + "/counting/counting.so");
+    for (const std::size_t size : {std::size_t{4}, std::size_t{100}, std::size_t{3000}, whole.size() - 1})
+    {
+        ASSERT_LT(size, whole.size());
+        const std::string file = folder.write("cut.so", whole.substr(0, size));
+        KrLoadPlugins(folder.path().c_str());
+        const std::string promised = std::to_string(size < 64 ? 64 : whole.size());
+        EXPECT_EQ(renderer.takeMessage(), "error: [kr] The plug-in " + file + " is cut off: it should have " +
+                                              promised + " bytes and has " + std::to_string(size) +
+                                              ". Skipping it; copy it again.");
+    }
+}
+
+TEST(Plugins, WithAnImpossibleHeaderAreReported)
+{
+    Renderer renderer;
+    Folder folder;
+    std::string text = contentsOf(plugins + "/counting/counting.so");
+    text.replace(32, 8, 8, '\xff'); // where the program headers begin
+    const std::string file = folder.write("odd.so", text);
+    KrLoadPlugins(folder.path().c_str());
+    EXPECT_THAT(renderer.takeMessage(),
+                testing::StartsWith("error: [kr] The plug-in " + file + " is cut off: it should have "));
 }
 
 TEST(Plugins, WithoutTheirFunctionAreReported)

@@ -32,9 +32,14 @@ std::string duplicateSentence(const OP_OperatorTable& table, const OP_Operator& 
 {
     const std::string name = held.getName().toStdString();
     const std::string newcomer = standin::runningPlugin();
-    return "The operator type \"" + name + "\" is already in the " + table.getName().toStdString() +
-           " table, registered by " + owner(held) + "; a second one" +
-           (newcomer.empty() ? "" : ", from " + newcomer + ",") +
+    const bool samePlugin = !newcomer.empty() && newcomer == standin::pluginOf(held);
+    const std::string taken = "The operator type \"" + name + "\" is already in the " +
+                              table.getName().toStdString() + " table, registered by " + owner(held) +
+                              "; a second one";
+    if (samePlugin)
+        return taken + " of that name, from the same plug-in, is left out. `kshop list --why` names the two "
+                       "renderer entries.";
+    return taken + (newcomer.empty() ? "" : ", from " + newcomer + ",") +
            " is left out. Rename one of the two, or take one of them off the search path.";
 }
 

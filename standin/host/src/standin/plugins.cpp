@@ -1,6 +1,7 @@
 #include "plugins.h"
 
 #include "paths.h"
+#include "shared_object.h"
 
 #include <CMD/CMD_Manager.h>
 #include <OP/OP_Node.h>
@@ -12,7 +13,7 @@
 #include <cstring>
 #include <dlfcn.h>
 #include <exception>
-#include <fstream>
+#include <filesystem>
 #include <functional>
 #include <unordered_map>
 
@@ -56,13 +57,6 @@ Registry& registry()
 }
 
 // --- checking one file ------------------------------------------------------------------------------------------
-
-bool looksLikeSharedObject(const std::string& path)
-{
-    std::ifstream file(path, std::ios::binary);
-    char magic[4] = {};
-    return file.read(magic, sizeof magic) && std::memcmp(magic, "\177ELF", sizeof magic) == 0;
-}
 
 std::vector<std::string> exportedHooks(void* handle)
 {
@@ -152,11 +146,9 @@ std::string thrownBy(const std::function<void()>& action)
 Plugin openPlugin(const std::string& path)
 {
     Plugin plugin{{path, false, "", {}}, nullptr};
-    if (!looksLikeSharedObject(path))
-    {
-        plugin.report.reason = "it is no shared object. Replace it, or move it out of the plug-in path.";
+    plugin.report.reason = objectionToFile(path);
+    if (!plugin.report.reason.empty())
         return plugin;
-    }
     void* handle = dlopen(path.c_str(), RTLD_NOW | RTLD_LOCAL);
     if (!handle)
     {
@@ -176,6 +168,33 @@ Plugin openPlugin(const std::string& path)
     else
         dlclose(handle);
     return plugin;
+}
+
+/// The plug-in in use that has the file name of another; empty when there is none.
+std::string namesakeInUse(const std::string& path)
+{
+    const std::filesystem::path name = std::filesystem::path(path).filename();
+    for (const Plugin& plugin : registry().plugins)
+        if (plugin.report.loaded && std::filesystem::path(plugin.report.path).filename() == name)
+            return plugin.report.path;
+    return std::string();
+}
+
+/// Opens a plug-in unless one of its file name is in use: two copies would only fight for the same operator names.
+void takePlugin(const std::string& path)
+{
+    const std::string namesake = namesakeInUse(path);
+    Plugin plugin = namesake.empty() ? openPlugin(path) : Plugin{{path, false, "", {}}, nullptr};
+    if (!namesake.empty())
+        plugin.report.reason = namesake +
+                               ", which comes first on the plug-in path, has the same file name. Take one of "
+                               "the two off the path, or rename it if both are wanted.";
+    if (!plugin.report.loaded)
+    {
+        plugin.report.reason = "The plug-in " + path + " is not used: " + plugin.report.reason;
+        report(namesake.empty() ? Severity::Error : Severity::Warning, plugin.report.reason);
+    }
+    registry().plugins.push_back(plugin);
 }
 
 // --- running entry points ---------------------------------------------------------------------------------------
@@ -216,15 +235,7 @@ void openPlugins()
         return;
     registry().opened = true;
     for (const std::string& path : pluginFiles(pluginPathEntries()))
-    {
-        Plugin plugin = openPlugin(path);
-        if (!plugin.report.loaded)
-        {
-            plugin.report.reason = "The plug-in " + path + " is not used: " + plugin.report.reason;
-            report(Severity::Error, plugin.report.reason);
-        }
-        registry().plugins.push_back(plugin);
-    }
+        takePlugin(path);
 }
 
 void runTableHooks(const TableRow& row, OP_OperatorTable& table)

@@ -128,7 +128,8 @@ bool endsWith(const std::string& text, const std::string& end)
     return text.size() >= end.size() && text.compare(text.size() - end.size(), end.size(), end) == 0;
 }
 
-/// The files below one directory whose names end as asked, as sorted paths relative to it.
+/// The files below one directory whose names end as asked, as sorted paths relative to it. A link to nowhere is
+/// listed like a file, so that whoever reads the list finds it missing and can say so.
 class FileLister
 {
 public:
@@ -155,7 +156,7 @@ private:
     }
     void take(const fs::path& relative)
     {
-        if (endsWith(relative.filename().string(), m_extension) && isFile(m_directory / relative))
+        if (endsWith(relative.filename().string(), m_extension) && !isDirectory(m_directory / relative))
             m_files.push_back(relative.string());
         else if (m_recurse && isDirectory(m_directory / relative))
             visit(relative);

@@ -71,7 +71,7 @@ Shaders textures()
              enumParm("feature", {"nearest", "second_nearest", "edge", "cell_id"}, 0),
              floatParm("jitter", 1),
              floatParm("density", 1),
-             constant(uintParm("seed", 3000000000u)),
+             constant(uintParm("seed", 1)),
              arrayParm("palette", KR_TYPE_RGB, {0.05, 0.1, 0.3, 0.9, 0.6, 0.2, 1, 1, 1}),
          }},
         {"zelk__checkerboard",

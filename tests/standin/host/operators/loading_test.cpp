@@ -63,7 +63,7 @@ TEST(Loading, OpensTheGoodPluginAndListsItsHooks)
 TEST(Loading, LooksAtFilesInSortedOrder)
 {
     const std::vector<standin::PluginReport> reports = standin::pluginReports();
-    ASSERT_EQ(reports.size(), 10u);
+    ASSERT_EQ(reports.size(), 13u);
     EXPECT_TRUE(std::is_sorted(reports.begin(), reports.end(),
                                [](const standin::PluginReport& a, const standin::PluginReport& b)
                                { return a.path < b.path; }));
@@ -91,6 +91,33 @@ TEST(Loading, SaysWhoseDuplicateOperatorIsLeftOut)
                          ", is left out. Rename one of the two, or take one of them off the search path."));
 }
 
+TEST(Loading, SaysWhenOnePluginRegistersAnOperatorTwice)
+{
+    EXPECT_THAT(
+        startTexts(),
+        Contains("The operator type \"b_duplicate_shop\" is already in the Shop table, registered by " +
+                 reportOf("b_duplicate").path +
+                 "; a second one of that name, from the same plug-in, is left out. `kshop list --why` "
+                 "names the two renderer entries."));
+}
+
+TEST(Loading, SkipsAPluginWhoseFileNameIsInUseWithOneMessage)
+{
+    const std::string copy = TEST_PLUGIN_DIR "/later/a_good.so";
+    int about = 0;
+    for (const standin::Message& message : startMessages())
+        if (message.text.find(copy) != std::string::npos)
+        {
+            ++about;
+            EXPECT_EQ(message.severity, standin::Severity::Warning);
+            EXPECT_EQ(message.text,
+                      "The plug-in " + copy + " is not used: " + reportOf("a_good").path +
+                          ", which comes first on the plug-in path, has the same file name. Take one "
+                          "of the two off the path, or rename it if both are wanted.");
+        }
+    EXPECT_EQ(about, 1);
+}
+
 TEST(Loading, ReportsWhatAnEntryPointThrowsAndGoesOn)
 {
     EXPECT_THAT(startTexts(), Contains(AllOf(HasSubstr("g_throws.so"), HasSubstr("newVopOperator"),
@@ -104,12 +131,12 @@ TEST(Loading, ReportsEachRefusedPluginOnce)
     int refused = 0;
     for (const std::string& text : startTexts())
         refused += text.find(" is not used: ") != std::string::npos;
-    EXPECT_EQ(refused, 7);
+    EXPECT_EQ(refused, 10);
 }
 
 TEST(Loading, ShowsThePathItSearched)
 {
-    EXPECT_THAT(standin::pluginSearchPath(), ElementsAre(TEST_PLUGIN_DIR));
+    EXPECT_THAT(standin::pluginSearchPath(), ElementsAre(TEST_PLUGIN_DIR, TEST_PLUGIN_DIR "/later"));
 }
 
 TEST(Loading, FindsTheTreeThatHoldsTheLibrary)
@@ -137,5 +164,7 @@ INSTANTIATE_TEST_SUITE_P(
                                 {"HoudiniDSOVersion and HoudiniCompilerVersion", "UT/UT_DSOVersion.h"}},
                       BadPlugin{"h_null_release", {"version (none)", "version 15.5"}},
                       BadPlugin{"i_text", {"no shared object", "Replace it"}},
-                      BadPlugin{"j_cut_off", {"cannot open it", "Rebuild"}}),
+                      BadPlugin{"j_cut_off", {"cut off", "should have 64 bytes and has 4", "Copy it again"}},
+                      BadPlugin{"k_truncated", {"cut off", "bytes and has 3000. Copy it again."}},
+                      BadPlugin{"l_dangling", {"cannot be read: No such file", "take it out"}}),
     [](const ::testing::TestParamInfo<BadPlugin>& info) { return std::string(info.param.name).substr(2); });

@@ -92,6 +92,17 @@ TEST_F(PathSearch, MatchesFilesSortedInsideEachEntry)
     EXPECT_STREQ(flat(1), "z.mtd");
 }
 
+TEST_F(PathSearch, ListsLinksToNowhereButNoDirectories)
+{
+    file("a/m/one.mtd");
+    file("a/m/dir.mtd/inner.mtd");
+    fs::create_symlink("nowhere", m_root / "a/m/dangling.mtd");
+    use(root() + "/a");
+    UT_StringArray list;
+    EXPECT_EQ(search().matchAllFilesInSubdirectory(".mtd", "m", true, list, true, false), 3);
+    EXPECT_EQ(relative(list), (Texts{"a/m/dangling.mtd", "a/m/dir.mtd/inner.mtd", "a/m/one.mtd"}));
+}
+
 TEST_F(PathSearch, ALinkBackToAParentIsEnteredOnce)
 {
     file("a/m/one.mtd");

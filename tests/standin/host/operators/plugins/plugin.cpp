@@ -44,5 +44,11 @@ void newVopOperator(OP_OperatorTable* table)
 #endif
 }
 
-void newShopOperator(OP_OperatorTable* table) { add(table, PLUGIN_NAME "_shop"); }
+void newShopOperator(OP_OperatorTable* table)
+{
+    add(table, PLUGIN_NAME "_shop");
+#ifdef REPEATS_ITSELF
+    add(table, PLUGIN_NAME "_shop");
+#endif
+}
 #endif
