@@ -14,7 +14,7 @@ GOLDEN = pathlib.Path(__file__).parents[1] / "golden"
 
 # What would let the tests see the person's own set-up.
 FOREIGN = ("HOUDINI_PATH", "HOUDINI_DSO_PATH", "KORVAN_PLUGIN_PATH", "KORVAN_CATALOGUE", "ZELK_STARTUP_LOG", "HH",
-           "PYTHONPATH", "LANG", "LANGUAGE", "NO_COLOR")
+           "ZELK_IPR_ENDPOINT", "ZELK_IPR_KEYS", "PYTHONPATH", "LANG", "LANGUAGE", "NO_COLOR")
 
 
 class KshopCase(unittest.TestCase):

@@ -33,6 +33,24 @@ class Env(KshopCase):
         self.assertEqual(environment["host_path"], [f"{self.scratch}/mine", str(TREE)])
         self.assertEqual(environment["metadata_files"][0], f"{self.scratch}/mine/korvan/metadata/extra.mtd")
 
+    def test_shows_where_change_records_go(self):
+        shown = self.json_of("env", XDG_RUNTIME_DIR=self.scratch)
+        self.assertEqual((shown["endpoints"], shown["keys"]), ([f"ipc://{self.scratch}/korvan-ipr"], None))
+        shown = self.json_of("env", ZELK_IPR_ENDPOINT=" ipc:///tmp/a , ,tcp://127.0.0.1:9000")
+        self.assertEqual(shown["endpoints"], ["ipc:///tmp/a", "tcp://127.0.0.1:9000"])
+        self.assertIn("  tcp://127.0.0.1:9000\n", self.output_of("env", ZELK_IPR_ENDPOINT="tcp://127.0.0.1:9000"))
+
+    def test_shows_whether_the_keys_can_be_used(self):
+        file = self.scratch / "keys"
+        self.output_of("keys", file)
+        shown = self.json_of("env", ZELK_IPR_KEYS=file)
+        self.assertEqual(shown["keys"], {"path": str(file), "usable": True, "reason": None})
+        file.write_text("no keys")
+        shown = self.json_of("env", ZELK_IPR_KEYS=file)["keys"]
+        self.assertFalse(shown["usable"])
+        self.assertIn(str(file), shown["reason"])
+        self.assertIn(f"not used: {shown['reason']}", self.output_of("env", ZELK_IPR_KEYS=file))
+
     def test_shows_a_person_the_same(self):
         text = self.output_of("env")
         for words in ("Versions", "Host plug-ins", "loaded; exports newShopOperator, newVopOperator", "HOUDINI_PATH",

@@ -5,7 +5,7 @@ import unittest
 
 from kshop_case import KSHOP, KshopCase
 
-COMMANDS = ("list", "describe", "python", "env", "tab")
+COMMANDS = ("list", "describe", "python", "env", "tab", "listen", "replay", "keys")
 
 
 class Usage(KshopCase):
@@ -23,7 +23,8 @@ class Usage(KshopCase):
 
     def test_ends_with_status_2_on_wrong_usage(self):
         for arguments in ((), ("nonsense",), ("list", "--nonsense"), ("--nonsense", "list"), ("tab",),
-                          ("python", "--nonsense"), ("--dso",), ("list", "surplus")):
+                          ("python", "--nonsense"), ("--dso",), ("list", "surplus"),
+                          ("listen", "surplus"), ("replay",), ("keys",), ("python", "--deltas")):
             with self.subTest(arguments):
                 run = self.run_kshop(*arguments)
                 self.assertEqual((run.returncode, run.stdout), (2, ""), run.stderr)

@@ -8,6 +8,8 @@
 #include <UT/UT_PathSearch.h>
 #include <standin/host.h>
 #include <standin/python.h>
+#include <zelk/ipr/endpoint.h>
+#include <zelk/ipr/keys.h>
 
 #include <fmt/format.h>
 
@@ -21,7 +23,8 @@ namespace
 {
 
 const char* const variable_names[] = {
-    "HOUDINI_PATH", "HOUDINI_DSO_PATH", "KORVAN_PLUGIN_PATH", "KORVAN_CATALOGUE", "ZELK_STARTUP_LOG", "HH",
+    "HOUDINI_PATH",     "HOUDINI_DSO_PATH",  "KORVAN_PLUGIN_PATH", "KORVAN_CATALOGUE",
+    "ZELK_STARTUP_LOG", "ZELK_IPR_ENDPOINT", "ZELK_IPR_KEYS",      "HH",
 };
 
 /// Environment variables as they are before anything sets one.
@@ -73,6 +76,32 @@ Json pluginsJson()
     return list;
 }
 
+/// Where change records go, and where a render listens.
+Json endpointsJson()
+{
+    Json list = Json::array();
+    std::istringstream stream(zelk::ipr::configuredEndpoints());
+    const char* const blanks = " \t";
+    for (std::string endpoint; std::getline(stream, endpoint, ',');)
+    {
+        const std::size_t first = endpoint.find_first_not_of(blanks);
+        if (first != std::string::npos)
+            list.push_back(endpoint.substr(first, endpoint.find_last_not_of(blanks) - first + 1));
+    }
+    return list;
+}
+
+/// The file of keys for endpoints that other machines can reach; null when none is named.
+Json keysJson()
+{
+    const char* path = std::getenv("ZELK_IPR_KEYS");
+    if (!path || !*path)
+        return nullptr;
+    std::string reason;
+    const bool usable = zelk::ipr::checkKeys(path, reason);
+    return {{"path", path}, {"usable", usable}, {"reason", usable ? Json(nullptr) : Json(reason)}};
+}
+
 Json environmentJson(const Json& variables)
 {
     const RendererFiles files = findRendererFiles();
@@ -86,7 +115,9 @@ Json environmentJson(const Json& variables)
             {"renderer_plugin_path", files.pluginDirectories},
             {"renderer_plugins", files.plugins},
             {"metadata_files", files.metadataFiles},
-            {"catalogue_files", catalogueFiles()}};
+            {"catalogue_files", catalogueFiles()},
+            {"endpoints", endpointsJson()},
+            {"keys", keysJson()}};
 }
 
 std::string valueText(const Json& value)
@@ -117,6 +148,15 @@ std::string listText(const Json& list)
     return text;
 }
 
+std::string keysText(const Json& keys)
+{
+    if (keys.is_null())
+        return "";
+    const std::string state =
+        keys["usable"].get<bool>() ? "can be used" : "not used: " + valueText(keys["reason"]);
+    return fmt::format("  {}\n    {}\n", valueText(keys["path"]), state);
+}
+
 std::string pluginsText(const Json& plugins)
 {
     std::string text;
@@ -144,6 +184,8 @@ std::string environmentText(const Json& environment, const Style& style)
         {"Renderer plug-ins", listText(environment["renderer_plugins"])},
         {"Metadata files", listText(environment["metadata_files"])},
         {"Catalogue files", listText(environment["catalogue_files"])},
+        {"Change records go to", listText(environment["endpoints"])},
+        {"Keys of endpoints that other machines can reach", keysText(environment["keys"])},
     };
     std::string text;
     for (const auto& [title, body] : sections)

@@ -1,14 +1,9 @@
 #include "commands.h"
+#include "delta_log.h"
 #include "output.h"
+#include "record_file.h"
 
 #include <standin/python.h>
-
-#include <fmt/format.h>
-
-#include <cerrno>
-#include <cstring>
-#include <filesystem>
-#include <fstream>
 
 namespace kshop
 {
@@ -16,37 +11,28 @@ namespace kshop
 namespace
 {
 
-/// Complains when a script cannot be read. "-" is standard input.
-bool isReadable(const std::string& script)
+int runArguments(const std::vector<std::string>& arguments)
 {
-    if (script == "-")
-        return true;
-    std::error_code error;
-    if (std::filesystem::is_directory(script, error))
-    {
-        complain(fmt::format("{} is a directory; give the path of a Python script", script));
-        return false;
-    }
-    errno = 0;
-    if (std::ifstream(script))
-        return true;
-    complain(fmt::format("cannot read the script {}: {}", script, std::strerror(errno)));
-    return false;
-}
-
-} // namespace
-
-int runPython(const GlobalOptions& global, const std::vector<std::string>& arguments)
-{
-    if (!arguments.empty() && !isReadable(arguments.front()))
-        return exit_failure;
-    const Session session(global);
-    session.showComplaints();
     if (!standin::startPython())
         return exit_failure;
     if (arguments.empty())
         return standin::runPythonShell();
     return standin::runPythonFile(arguments.front(), {arguments.begin() + 1, arguments.end()});
+}
+
+} // namespace
+
+int runPython(const GlobalOptions& global, const PythonOptions& options)
+{
+    if (!options.arguments.empty() && !isReadable(options.arguments.front(), "script", "a Python script"))
+        return exit_failure;
+    const std::shared_ptr<DeltaLog> log = options.deltas.empty() ? nullptr : DeltaLog::start(options.deltas);
+    if (!options.deltas.empty() && !log)
+        return exit_failure;
+    const Session session(global);
+    session.showComplaints();
+    const int status = runArguments(options.arguments);
+    return status == exit_ok && log && log->failed() ? exit_failure : status;
 }
 
 } // namespace kshop

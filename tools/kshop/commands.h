@@ -3,6 +3,7 @@
 
 #include "session.h"
 
+#include <cstdint>
 #include <string>
 #include <vector>
 
@@ -26,8 +27,12 @@ struct DescribeOptions
 };
 int runDescribe(const GlobalOptions& global, const DescribeOptions& options);
 
-/// `arguments`: the script and its own arguments; empty for a shell.
-int runPython(const GlobalOptions& global, const std::vector<std::string>& arguments);
+struct PythonOptions
+{
+    std::vector<std::string> arguments; ///< the script and its own arguments; empty for a shell
+    std::string deltas;                 ///< file that gets every change record; empty: none
+};
+int runPython(const GlobalOptions& global, const PythonOptions& options);
 
 struct EnvOptions
 {
@@ -42,6 +47,28 @@ struct TabOptions
     bool json = false;
 };
 int runTab(const GlobalOptions& global, const TabOptions& options);
+
+struct ListenOptions
+{
+    std::string endpoints;   ///< separated by commas; empty: the configured ones
+    std::uint64_t count = 0; ///< ends after so many records; 0: never
+    bool json = false;
+};
+int runListen(const ListenOptions& options);
+
+struct ReplayOptions
+{
+    std::string file;      ///< "-" is standard input
+    std::string endpoints; ///< separated by commas; empty: the configured ones
+    double rate = 0;       ///< records a second at most; 0: as fast as they are taken
+};
+int runReplay(const ReplayOptions& options);
+
+struct KeysOptions
+{
+    std::string file; ///< to be made
+};
+int runKeys(const KeysOptions& options);
 
 } // namespace kshop
 

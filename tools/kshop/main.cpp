@@ -1,15 +1,20 @@
 #include "commands.h"
 #include "output.h"
+#include "text.h"
 
 #include <CLI/CLI.hpp>
 
 #include <fmt/format.h>
 
+#include <algorithm>
+#include <charconv>
 #include <clocale>
 #include <exception>
 #include <filesystem>
 #include <functional>
+#include <limits>
 #include <string>
+#include <system_error>
 #include <vector>
 
 namespace kshop
@@ -41,7 +46,7 @@ const char* const describe_examples = R"(Examples:
   kshop describe                               all of them
   kshop describe --json korvan::image          for programs; with the messages of registration)";
 
-const char* const python_examples = R"(kshop python [SCRIPT [ARG...]]
+const char* const python_examples = R"(kshop python [--deltas FILE] [SCRIPT [ARG...]]
 
 Without SCRIPT it is an interactive shell; SCRIPT '-' is standard input. What follows SCRIPT is the script's own,
 in sys.argv; the exit status is the script's.
@@ -49,11 +54,37 @@ in sys.argv; the exit status is the script's.
 Examples:
   kshop python
   kshop python build_network.py --scale 2
+  kshop python --deltas edits.json build_network.py    with every change record that it sends
   echo 'print(hou.node("/shop").path())' | kshop python -)";
 
 const char* const env_examples = R"(Examples:
   kshop env > environment.txt    what belongs into a report of a mistake
   kshop env --json)";
+
+const char* const listen_examples =
+    R"(What arrives is printed as a render in progress would receive it, until Ctrl-C or --count.
+With --json a line is {"node_path", "entry_name", "parms": {NAME: {"type", "value"}}}.
+
+Examples:
+  kshop listen                                  at ZELK_IPR_ENDPOINT, or the user's own socket
+  kshop listen --json --count 100 > edits.json  for programs, and for 'kshop replay'
+  kshop listen --endpoint tcp://127.0.0.1:9000)";
+
+const char* const replay_examples =
+    R"(Sends what 'kshop listen --json' or 'kshop python --deltas' has written, in order, to whoever listens.
+Nothing is sent when a line is wrong. The status is 1 when a record was heard by nobody.
+
+Examples:
+  kshop replay edits.json
+  kshop replay --rate 25 edits.json    as if somebody dragged a slider
+  grep korvan edits.json | kshop replay -)";
+
+const char* const keys_examples =
+    R"(An endpoint that other machines can reach needs keys at both ends: name the file by ZELK_IPR_KEYS.
+
+Examples:
+  kshop keys ~/.korvan-keys
+  ZELK_IPR_KEYS=~/.korvan-keys kshop listen --endpoint 'tcp://*:9000')";
 
 const char* const tab_examples = R"(Examples:
   kshop tab /shop                            what can be made in /shop
@@ -65,8 +96,12 @@ struct Options
     GlobalOptions global;
     ListOptions list;
     DescribeOptions describe;
+    PythonOptions python;
     EnvOptions env;
     TabOptions tab;
+    ListenOptions listen;
+    ReplayOptions replay;
+    KeysOptions keys;
     std::function<int()> command;
 };
 
@@ -107,13 +142,16 @@ void addPython(CLI::App& app, Options& options)
     CLI::App* command = app.add_subcommand("python", "A Python script, or a shell, inside the host");
     // From the script's name on everything is the script's own, also what looks like an option.
     command->prefix_command();
+    command->add_option(
+        "--deltas", options.python.deltas,
+        "Write every change record to this file, one JSON object a line, whether or not a render listens");
     command->footer(python_examples);
     command->callback(
         [&options, command]
         {
-            const std::vector<std::string> arguments = command->remaining();
-            refuseOptions(arguments);
-            options.command = [&options, arguments] { return runPython(options.global, arguments); };
+            options.python.arguments = command->remaining();
+            refuseOptions(options.python.arguments);
+            options.command = [&options] { return runPython(options.global, options.python); };
         });
 }
 
@@ -137,6 +175,59 @@ void addTab(CLI::App& app, Options& options)
                       { options.command = [&options] { return runTab(options.global, options.tab); }; });
 }
 
+void addEndpoint(CLI::App& command, std::string& endpoints)
+{
+    command.add_option(
+        "--endpoint", endpoints,
+        "In place of ZELK_IPR_ENDPOINT: ipc://PATH or tcp://HOST:PORT, several separated by commas");
+}
+
+/// An option whose value is a number above 0. The same under every locale, unlike the parser's own.
+template <typename T>
+void addPositive(CLI::App& command, const std::string& name, T& number, const std::string& description)
+{
+    const auto read = [name, &number](const std::string& text)
+    {
+        const char* const end = text.data() + text.size();
+        const auto [stop, error] = std::from_chars(text.data(), end, number);
+        if (error != std::errc() || stop != end || !(number > 0) || number > std::numeric_limits<T>::max())
+            throw CLI::ValidationError(name, text + " is no number above 0");
+    };
+    command.add_option_function<std::string>(name, read, description)->type_name("NUMBER");
+}
+
+void addListen(CLI::App& app, Options& options)
+{
+    CLI::App* command =
+        app.add_subcommand("listen", "Prints each change record that arrives, as a render would");
+    addPositive(*command, "--count", options.listen.count, "End after so many records");
+    addEndpoint(*command, options.listen.endpoints);
+    addJson(*command, options.listen.json);
+    command->footer(listen_examples);
+    command->callback([&options] { options.command = [&options] { return runListen(options.listen); }; });
+}
+
+void addReplay(CLI::App& app, Options& options)
+{
+    CLI::App* command = app.add_subcommand("replay", "Sends a file of change records again");
+    command->add_option("FILE", options.replay.file, "As 'listen --json' prints it; - is standard input")
+        ->required();
+    addPositive(*command, "--rate", options.replay.rate, "So many records a second at most");
+    addEndpoint(*command, options.replay.endpoints);
+    command->footer(replay_examples);
+    command->callback([&options] { options.command = [&options] { return runReplay(options.replay); }; });
+}
+
+void addKeys(CLI::App& app, Options& options)
+{
+    CLI::App* command =
+        app.add_subcommand("keys", "Makes the keys for endpoints that other machines can reach");
+    command->add_option("FILE", options.keys.file, "To be made; one that exists is left as it is")
+        ->required();
+    command->footer(keys_examples);
+    command->callback([&options] { options.command = [&options] { return runKeys(options.keys); }; });
+}
+
 /// Complains when --dso names nothing; otherwise makes it absolute, since scripts may change the directory.
 bool resolveDso(std::string& dso)
 {
@@ -149,6 +240,37 @@ bool resolveDso(std::string& dso)
         return false;
     }
     dso = std::filesystem::absolute(dso).string();
+    return true;
+}
+
+/// The first word that is neither the program's own option nor its value: a command, when all is well. Empty when
+/// there is none.
+std::string firstWord(int argc, char** argv)
+{
+    for (int i = 1; i < argc; ++i)
+    {
+        const std::string word = argv[i];
+        if (word == "--dso")
+            ++i;
+        else if (word.rfind("--dso=", 0) != 0)
+            return word;
+    }
+    return "";
+}
+
+/// Complains about a first word that is no command and no option, which the parser itself does not name.
+bool refuseUnknownWord(const CLI::App& app, const std::string& word)
+{
+    std::vector<std::string> commands;
+    for (const CLI::App* command : app.get_subcommands({}))
+        commands.push_back(command->get_name());
+    const bool known = std::find(commands.begin(), commands.end(), word) != commands.end();
+    if (word.empty() || known || app.get_option_no_throw(word))
+        return false;
+    const std::string near = joined(nearestNames(word, commands), " or ");
+    complain(fmt::format("there is no {} {}; {}'kshop --help' lists them",
+                         word[0] == '-' ? "option" : "command", kshop::quoted(word),
+                         near.empty() ? near : "did you mean " + near + "? "));
     return true;
 }
 
@@ -166,6 +288,14 @@ int runProgram(int argc, char** argv)
     addPython(app, options);
     addEnv(app, options);
     addTab(app, options);
+    addListen(app, options);
+    addReplay(app, options);
+    addKeys(app, options);
+    app.failure_message(
+        [](const CLI::App*, const CLI::Error& error)
+        { return fmt::format("kshop: {}\nRun with --help for more information.\n", error.what()); });
+    if (refuseUnknownWord(app, firstWord(argc, argv)))
+        return exit_usage;
     try
     {
         app.parse(argc, argv);
