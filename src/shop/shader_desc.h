@@ -113,10 +113,6 @@ private:
 /// (lower) or 1 (upper). NaN stands for "no bound". The ends are not compared with each other.
 PRM_Range getRange(float min, float max, float softMin, float softMax);
 
-/// The host callback of every parameter that has a script. Scripts are not run yet: returns 0, "nothing
-/// changed".
-int parmCallback(void* data, int index, double time, const PRM_Template* tmpl);
-
 /// Everything that the plug-in derives from one renderer entry.
 ///
 /// Built at start-up, while the renderer runs, and only read afterwards; lives for the process and is shared

@@ -1,5 +1,6 @@
 #include "shader_desc.h"
 
+#include "shader_desc_callbacks.h"
 #include "shader_desc_template_parts.h"
 #include "shader_desc_text.h"
 #include "utils.h"

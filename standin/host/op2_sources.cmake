@@ -1,5 +1,6 @@
 # Sources of HoudiniOP2 but for Python, which has its own list.
 set(HOST_OP2_SOURCES
+    src/cmd/cmd_commands.cpp
     src/cmd/cmd_manager.cpp
     src/cmd/cmd_words.cpp
     src/op/op_director.cpp

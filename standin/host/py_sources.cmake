@@ -6,6 +6,7 @@ set(HOST_PY_SOURCES
     src/py/hou_session.cpp
     src/py/hou_spare_parms.cpp
     src/py/hou_types.cpp
+    src/py/hou_undos.cpp
     src/py/hou_wires.cpp
     src/py/interpreter.cpp
     src/py/module.cpp
@@ -29,7 +30,8 @@ set(HOU_PACKAGE_FILES
     _templates.py
     _translate.py
     _types.py
-    _vector.py)
+    _vector.py
+    undos.py)
 
 set(HOU_PACKAGE_OUTPUTS "")
 foreach(file IN LISTS HOU_PACKAGE_FILES)

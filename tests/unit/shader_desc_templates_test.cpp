@@ -2,6 +2,7 @@
 #include "template_text.h"
 
 #include "shader_desc.h"
+#include "shader_desc_callbacks.h"
 #include "utils_host_memory.h"
 
 #include <PRM/PRM_Conditional.h>

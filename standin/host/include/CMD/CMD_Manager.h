@@ -10,16 +10,22 @@
 ///
 /// Commands are separated by line ends and ';', words by white space. '…' keeps text as it is, "…" replaces
 /// variables, a backslash takes the next character as it is, and '#' at the start of a word begins a remark.
-/// $NAME and ${NAME} read a variable of this interpreter, else of the environment; an unknown one stays as
-/// typed.
+/// $NAME and ${NAME} read a variable of this interpreter, else of the environment, else what expressions know at the
+/// working node ($F, $OS); an unknown one stays as typed. `expression` gives the value of an expression at the working
+/// node, also inside "…"; the value never ends the word.
 ///
-/// | command           | what it does                                     |
-/// |-------------------|--------------------------------------------------|
-/// | echo [-n] WORD... | prints the words, -n without the line end        |
-/// | set NAME = WORD...| sets a local variable                            |
-/// | set -u NAME...    | removes it                                       |
+/// | command                         | what it does                                                  |
+/// |---------------------------------|---------------------------------------------------------------|
+/// | echo [-n] WORD...               | prints the words, -n without the line end                     |
+/// | set NAME = WORD...              | sets a local variable                                         |
+/// | set -u NAME...                  | removes it                                                    |
+/// | opcf PATH                       | makes a node the thread's working node                        |
+/// | opparm NODE PARM VALUE          | sets a component, or the first one of a parameter             |
+/// | opparm NODE PARM ( VALUE ... )  | sets the components from there on; more PARM and values may   |
+/// |                                 | follow either form; calls no callback                         |
 ///
-/// The variables are those of the session (CH_Manager), so expressions see them too.
+/// Paths start from the thread's working node. The variables are those of the session (CH_Manager), so expressions
+/// see them too.
 ///
 /// What goes wrong is one sentence on the error stream and ends that command only.
 class CMD_Manager
@@ -28,7 +34,8 @@ public:
     CMD_Manager();
     virtual ~CMD_Manager();
 
-    /// Runs the commands of a text. Output goes to the console.
+    /// Runs the commands of a text. Output goes to the console. With `create_block` all that they change is one step of
+    /// undo.
     void sendInput(const char* input, bool create_block = true);
     void sendMultiLineInput(const char* input, bool create_block = true) { sendInput(input, create_block); }
 
@@ -42,12 +49,18 @@ public:
     /// False when scripts have no variable of that name; the environment counts.
     bool getVariable(const char* name, UT_String& value) const;
 
-    /// The text with its variables replaced, as a command would read it.
+    /// Whether each command is printed, as typed, before it runs. Off at first.
+    bool getEcho() const { return m_echo; }
+    void setEcho(bool on) { m_echo = on; }
+
+    /// The text with its variables replaced.
     std::string expandVariables(const std::string& text) const;
 
 private:
     CMD_Manager(const CMD_Manager&);
     CMD_Manager& operator=(const CMD_Manager&);
+
+    bool m_echo;
 };
 
 #endif

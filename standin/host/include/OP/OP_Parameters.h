@@ -152,12 +152,17 @@ public:
 
     // What a person does, as opposed to a script.
     /// A value typed into the parameter pane: a literal text, limited to the range, stored; then the
-    /// template's callback is called. False, with a sentence in `why` (may be null), when the text is no
-    /// value for the parameter.
+    /// template's callback is called. Both are one step of undo. For an action menu (a button with a menu) the text
+    /// is the token or index of the item that was chosen, and nothing is stored. False, with a sentence in `why` (may
+    /// be null), when the text is no value for the parameter.
     bool enterParm(PRM_Parm& parm, int vi, const char* text, fpreal t, std::string* why = 0);
     /// Calls the template's callback; `index` is the menu item of an action menu, else the component. Returns
     /// what the callback returns, 0 when there is none. An exception of the callback is kept as the
     /// parameter's error.
+    ///
+    /// The callback of a parameter inside multi-parameters gets a template of its own that lives as long as the call
+    /// and has the instance's token ("a_2", not "a_#"), so that the token finds the parameter. The callback may change
+    /// and delete anything, the node too.
     int pressParm(PRM_Parm& parm, int index, fpreal t);
 
     /// Expands $VAR and `expressions` in a text with this node's eyes. False with a sentence when something

@@ -68,7 +68,8 @@ public:
 
     // Setting. Each stores, then tells the node unless `propagate` is false; ranges are not looked at. A
     // value takes the place of an expression. Setting the value of a multi-parameter changes its number of
-    // instances. Each returns false when nothing could be stored.
+    // instances. Each returns false when nothing could be stored. All of it can be undone, with what the node's
+    // listeners change when they hear of it as part of the same step; see UT_UndoManager.
     bool setValue(fpreal time, fpreal value, bool propagate = true, PRM_AddKeyType addKey = PRM_AK_NEVER,
                   int component = 0);
     bool setValue(fpreal time, int32 value, bool propagate = true, PRM_AddKeyType addKey = PRM_AK_NEVER,
@@ -98,6 +99,8 @@ public:
     bool readLiteral(const char* text, fpreal& value) const;
     /// Index of the menu item with this token, in the present menu; -1 when there is none.
     int findMenuItem(const char* token) const;
+    /// True for a button with a menu: choosing an item calls the callback with the item's index.
+    bool isActionMenu() const;
 
     // Multi-parameters.
     bool isMultiParm() const { return m_template->isMultiParm(); }
@@ -133,7 +136,11 @@ public:
 private:
     friend class PRM_ParmList;
     class Evaluation;
+    class InstancesUndo;
+    class Place;
+    class ValueUndo;
     struct Component;
+    struct Values;
     typedef std::vector<std::unique_ptr<PRM_Parm>> Instance;
 
     PRM_Parm(PRM_ParmList& list, PRM_Template* tmpl, PRM_Parm* parent);
@@ -154,7 +161,7 @@ private:
     bool setLiteral(Component& component, const char* text) const;
     static void setExpressionOf(Component& component, const char* text, CH_ExprLanguage language);
     bool readButtonMask(const char* text, fpreal& value) const;
-    void valueChanged(int component, bool propagate);
+    void valueChanged(int component, const Component& before, bool propagate);
 
     PRM_Template* childTemplates() const;
     int defaultInstanceCount() const;
@@ -162,12 +169,24 @@ private:
     bool setInstanceCount(fpreal count, bool propagate);
     bool refuseCount(fpreal count);
     Instance makeInstance();
+    void addInstances(int position, int count);
     void insertInstances(int position, int count);
     void renumber(int first);
     void spreadRampKeys(int first, int count);
     static void placeRampKey(Instance& key, fpreal place);
     static void placeRampKey(Instance& key, const Instance& left, const Instance& right, fpreal place);
     void collectIndices(int first, int count, std::vector<int>& indices) const;
+    void instancesChanged(int first, int count, bool propagate);
+
+    // Undo. Restoring tells the node as setting does.
+    void recordValue(int component, const Component& before) const;
+    void recordInstances(int position, std::vector<std::vector<Values>> before, int count) const;
+    void restore(int component, const Component& value);
+    Values values() const;
+    std::vector<std::vector<Values>> valuesOfInstances(int position, int count) const;
+    void takeValues(const Values& values);
+    void putInstances(int position, int count, const std::vector<std::vector<Values>>& instances);
+    void replaceInstances(int position, int count, const std::vector<std::vector<Values>>& instances);
 
     PRM_ParmList* m_list;
     PRM_Template* m_template;

@@ -4,6 +4,7 @@ Look-ups give None when they find nothing; operations that cannot be done raise 
 with a sentence that says why. Indices count from 0.
 """
 
+from . import undos
 from ._enums import (EnumValue, exprLanguage, fileType, folderType, menuType, nodeFlag, parmCondType, parmData,
                      parmLook, parmNamingScheme, parmTemplateType, rampBasis, rampParmType, scriptLanguage,
                      stringParmType)

@@ -6,7 +6,7 @@ keeps the node's number, which no other node gets.
 
 import _hou
 
-from . import _check, _template_group
+from . import _check, _template_group, undos
 from ._enums import _require, exprLanguage, nodeFlag
 from ._errors import InvalidInput, InvalidNodeName, OperationFailed
 from ._parms import Parm, ParmTuple
@@ -250,8 +250,9 @@ class Node:
             if target is None:
                 raise OperationFailed('"%s" has no parameter "%s".' % (self.path(), name))
             targets.append((target, value))
-        for target, value in targets:
-            target.set(value)
+        with undos.group("Parameter Change"):
+            for target, value in targets:
+                target.set(value)
 
     def parmTemplateGroup(self):
         """The parameters as a tree of folders, spare ones included."""

@@ -5,9 +5,9 @@ import numbers
 
 import _hou
 
-from . import _check, _translate
+from . import _check, _translate, undos
 from ._enums import _require, exprLanguage, rampBasis
-from ._errors import InvalidSize, OperationFailed
+from ._errors import InvalidSize, NotAvailable, OperationFailed
 from ._ramp import Ramp
 
 
@@ -64,7 +64,8 @@ class Parm:
         deleteAllKeyframes(). Sends the node's events, as an edit does, but calls no callback.
         """
         if isinstance(value, Ramp):
-            _set_ramp(self, value)
+            with undos.group("Parameter Change"):
+                _set_ramp(self, value)
         else:
             _set(self, value)
 
@@ -240,9 +241,28 @@ class Parm:
             raise OperationFailed('The parameter "%s" is not a menu.' % self.path())
         return items
 
-    def pressButton(self):
-        """Runs the callback, of any kind of parameter, as pressing or editing it would; nothing without one."""
-        _hou.parm_press(self._id, self._token, self._component)
+    def pressButton(self, arguments=None, *, menu_index=None):
+        """Runs the callback, of any kind of parameter, as pressing or editing it would; nothing without one.
+
+        A button with a menu is an action menu: `menu_index` is the item to choose, from 0, the first one without it.
+        Callbacks take no further arguments here, so `arguments` must be None or empty.
+        """
+        if arguments:
+            raise NotAvailable('The callback of the parameter "%s" takes no further arguments; leave out: %s.'
+                               % (self.path(), ", ".join(map(str, arguments))))
+        if menu_index is None:
+            _hou.parm_press(self._id, self._token, self._component)
+        else:
+            _hou.parm_press_item(self._id, self._token, self._action(_check.index(menu_index, "menu_index")))
+
+    def _action(self, index):
+        if not _hou.parm_is_action_menu(self._id, self._token):
+            raise OperationFailed('The parameter "%s" is no button with a menu; leave out menu_index.' % self.path())
+        count = len(self._menu())
+        if not 0 <= index < count:
+            raise OperationFailed('The menu of the parameter "%s" has no item %d; it has %d, counted from 0.'
+                                  % (self.path(), index, count))
+        return index
 
     def __eq__(self, other):
         return isinstance(other, Parm) and \
@@ -313,19 +333,22 @@ class ParmTuple:
         if len(values) != len(self):
             raise InvalidSize('The parameter "%s" has %d components, but got %d values.'
                               % (self.path(), len(self), len(values)))
-        for parm, value in zip(self, values):
-            parm.set(value)
+        with undos.group("Parameter Change"):
+            for parm, value in zip(self, values):
+                parm.set(value)
 
     def isAtDefault(self):
         return all(parm.isAtDefault() for parm in self)
 
     def revertToDefaults(self):
-        for parm in self:
-            parm.revertToDefaults()
+        with undos.group("Parameter Change"):
+            for parm in self:
+                parm.revertToDefaults()
 
     def deleteAllKeyframes(self):
-        for parm in self:
-            parm.deleteAllKeyframes()
+        with undos.group("Parameter Change"):
+            for parm in self:
+                parm.deleteAllKeyframes()
 
     def isDisabled(self):
         return all(parm.isDisabled() for parm in self)

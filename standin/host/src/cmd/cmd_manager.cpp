@@ -1,89 +1,22 @@
 #include <CMD/CMD_Manager.h>
 
+#include "cmd_commands.h"
 #include "cmd_words.h"
+#include "op/op_working_node.h"
 
 #include <CH/CH_Manager.h>
 #include <PRM/PRM_ParmOwner.h>
+#include <SYS/SYS_SequentialThreadIndex.h>
+#include <UT/UT_UndoManager.h>
 #include <standin/host.h>
 
 #include <cstdlib>
 #include <iostream>
+#include <memory>
 #include <sstream>
 
 namespace
 {
-
-typedef std::vector<std::string> Words;
-
-/// What a command works with.
-struct Call
-{
-    CMD_Manager& manager;
-    const Words& words; ///< the command's name first
-    std::ostream& out;
-};
-
-/// Each returns what went wrong; empty when nothing did.
-std::string runEcho(const Call& call)
-{
-    const bool bare = call.words.size() > 1 && call.words[1] == "-n";
-    std::string separator;
-    for (std::size_t i = bare ? 2 : 1; i < call.words.size(); ++i, separator = " ")
-        call.out << separator << call.words[i];
-    if (!bare)
-        call.out << '\n';
-    return std::string();
-}
-
-std::string unsetAll(const Call& call)
-{
-    for (std::size_t i = 2; i < call.words.size(); ++i)
-        call.manager.unsetVariable(call.words[i].c_str());
-    return std::string();
-}
-
-std::string runSet(const Call& call)
-{
-    const Words& words = call.words;
-    if (words.size() > 2 && words[1] == "-u")
-        return unsetAll(call);
-    if (words.size() < 3 || words[2] != "=")
-        return "set is used as \"set NAME = VALUE\" or \"set -u NAME\".";
-    if (!standin::isVariableName(words[1]))
-        return "\"" + words[1] + "\" is no variable name: use letters, digits and '_', no digit first.";
-    std::string value;
-    for (std::size_t i = 3; i < words.size(); ++i)
-        value += (i > 3 ? " " : "") + words[i];
-    call.manager.setVariable(words[1].c_str(), value.c_str(), false);
-    return std::string();
-}
-
-struct CommandRow
-{
-    const char* name;
-    std::string (*run)(const Call& call);
-};
-
-const CommandRow command_rows[] = {
-    {"echo", runEcho},
-    {"set", runSet},
-};
-
-std::string knownCommands()
-{
-    std::string names;
-    for (const CommandRow& row : command_rows)
-        names += (names.empty() ? "" : ", ") + std::string(row.name);
-    return names;
-}
-
-std::string runCommand(const Call& call)
-{
-    for (const CommandRow& row : command_rows)
-        if (call.words.front() == row.name)
-            return row.run(call);
-    return "unknown command \"" + call.words.front() + "\". Known commands: " + knownCommands() + ".";
-}
 
 void complain(const std::string& sentence, std::ostream* err)
 {
@@ -101,13 +34,40 @@ std::string readVariable(const CMD_Manager& manager, const std::string& name, bo
     return value.toStdString();
 }
 
+OP_Node& workingNode() { return *OPgetDirector()->getCwd(SYSgetSTID()); }
+
+/// Variables of the session and the environment; then what only expressions know, such as the frame.
+std::string readScriptVariable(const CMD_Manager& manager, const std::string& name, bool& found)
+{
+    std::string value = readVariable(manager, name, found);
+    if (found)
+        return value;
+    const std::string typed = "${" + name + "}";
+    std::string error;
+    found = workingNode().expandString(typed.c_str(), CHgetEvalTime(), SYSgetSTID(), value, error) &&
+            value != typed;
+    return value;
+}
+
+std::string evaluateBackquoted(const std::string& text, std::string& problem)
+{
+    CH_ExprValue value;
+    std::string error;
+    if (workingNode().evalExpression(text.c_str(), CH_OLD_EXPR_LANGUAGE, CHgetEvalTime(), SYSgetSTID(), value,
+                                     error))
+        return value.asText();
+    problem = "in `" + text + "`: " + error + "; the command is not run.";
+    return std::string();
+}
+
 /// A menu script prints tokens and labels in turn.
-bool runMenuScript(OP_Parameters*, const PRM_Parm*, const char* script, PRM_MenuItems& items,
+bool runMenuScript(OP_Parameters* node, const PRM_Parm*, const char* script, PRM_MenuItems& items,
                    std::string& error)
 {
+    const standin::WorkingNode working(SYSgetSTID(), dynamic_cast<OP_Node*>(node));
     std::ostringstream out, err;
     CMD_Manager().execute(script, false, &out, &err);
-    Words words;
+    std::vector<std::string> words;
     const std::string problem = standin::splitQuoted(out.str(), words);
     error = err.str().empty() ? problem : err.str();
     for (std::size_t i = 0; i + 1 < words.size(); i += 2)
@@ -117,7 +77,7 @@ bool runMenuScript(OP_Parameters*, const PRM_Parm*, const char* script, PRM_Menu
 
 } // namespace
 
-CMD_Manager::CMD_Manager()
+CMD_Manager::CMD_Manager() : m_echo(false)
 {
     if (!PRMscriptHooks().runHscriptMenu)
         PRMscriptHooks().runHscriptMenu = runMenuScript;
@@ -130,18 +90,23 @@ void CMD_Manager::sendInput(const char* input, bool create_block)
     execute(input, false, nullptr, nullptr, true, create_block);
 }
 
-void CMD_Manager::execute(const char* cmd, bool, std::ostream* out, std::ostream* err, bool, bool)
+void CMD_Manager::execute(const char* cmd, bool, std::ostream* out, std::ostream* err, bool, bool create_block)
 {
+    const std::unique_ptr<UT_AutoUndoBlock> block(create_block ? new UT_AutoUndoBlock("hscript", ANYLEVEL)
+                                                               : nullptr);
     const auto lookUp = [this](const std::string& name, bool& found)
-    { return readVariable(*this, name, found); };
-    standin::CommandReader reader(cmd ? cmd : "", lookUp);
-    Words words;
+    { return readScriptVariable(*this, name, found); };
+    standin::CommandReader reader(cmd ? cmd : "", lookUp, evaluateBackquoted);
+    std::vector<std::string> words;
     std::string problem;
+    std::ostream& output = out ? *out : std::cout;
     // Variables are replaced when their command is read, so that a command sees what the ones before it set.
     while (reader.next(words, problem))
     {
+        if (m_echo && !words.empty())
+            output << reader.source() << '\n';
         if (problem.empty() && !words.empty())
-            problem = runCommand({*this, words, out ? *out : std::cout});
+            problem = standin::runCommand({*this, words, output});
         if (!problem.empty())
             complain(problem, err);
     }

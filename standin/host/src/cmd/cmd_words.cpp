@@ -69,8 +69,8 @@ std::string splitQuoted(const std::string& text, std::vector<std::string>& words
     return problem;
 }
 
-CommandReader::CommandReader(const std::string& text, VariableLookUp lookUp)
-    : m_text(text), m_lookUp(std::move(lookUp))
+CommandReader::CommandReader(const std::string& text, VariableLookUp lookUp, Evaluator evaluate)
+    : m_text(text), m_lookUp(std::move(lookUp)), m_evaluate(std::move(evaluate))
 {
 }
 
@@ -80,15 +80,22 @@ bool CommandReader::next(std::vector<std::string>& words, std::string& problem)
     problem.clear();
     if (atEnd())
         return false;
-    for (skipBlanks(); !atEnd() && !atSeparator(); skipBlanks())
+    skipBlanks();
+    m_begin = m_end = m_at;
+    for (; !atEnd() && !atSeparator(); skipBlanks())
         if (m_text[m_at] == '#')
             skipRemark();
         else
+        {
             words.push_back(readWord(problem));
+            m_end = m_at;
+        }
     if (!atEnd())
         ++m_at;
     return true;
 }
+
+std::string CommandReader::source() const { return m_text.substr(m_begin, m_end - m_begin); }
 
 void CommandReader::skipBlanks()
 {
@@ -110,8 +117,8 @@ std::string CommandReader::readWord(std::string& problem)
         const char c = m_text[m_at];
         if (c == '"' || c == '\'')
             readQuoted(word, problem);
-        else if (c == '$')
-            readVariable(word);
+        else if (readSpecial(word, problem))
+            continue;
         else if (c == '\\' && m_at + 1 < m_text.size())
         {
             word += m_text[m_at + 1];
@@ -130,20 +137,40 @@ void CommandReader::readQuoted(std::string& word, std::string& problem)
 {
     const char quote = m_text[m_at++];
     while (!atEnd() && m_text[m_at] != quote)
-        if (quote == '"' && m_text[m_at] == '$')
-            readVariable(word);
-        else
-        {
-            if (quote == '"' && m_text[m_at] == '\\' && m_at + 1 < m_text.size())
-                ++m_at;
-            word += m_text[m_at++];
-        }
+    {
+        if (quote == '"' && readSpecial(word, problem))
+            continue;
+        if (quote == '"' && m_text[m_at] == '\\' && m_at + 1 < m_text.size())
+            ++m_at;
+        word += m_text[m_at++];
+    }
     if (atEnd())
         problem = std::string("a ") + quote + " is not closed; the command is not run.";
     else
         ++m_at;
 }
 
-void CommandReader::readVariable(std::string& word) { m_at = appendVariable(m_text, m_at, m_lookUp, word); }
+/// Reads the variable or expression that begins here; false when none does.
+bool CommandReader::readSpecial(std::string& word, std::string& problem)
+{
+    if (m_text[m_at] == '$')
+        m_at = appendVariable(m_text, m_at, m_lookUp, word);
+    else if (m_text[m_at] == '`' && m_evaluate)
+        readBackquoted(word, problem);
+    else
+        return false;
+    return true;
+}
+
+void CommandReader::readBackquoted(std::string& word, std::string& problem)
+{
+    const std::size_t end = m_text.find('`', m_at + 1);
+    const std::string expression = m_text.substr(m_at + 1, end - m_at - 1);
+    m_at = end == std::string::npos ? m_text.size() : end + 1;
+    if (end == std::string::npos)
+        problem = "a ` is not closed; the command is not run.";
+    else if (problem.empty())
+        word += m_evaluate(expression, problem);
+}
 
 } // namespace standin

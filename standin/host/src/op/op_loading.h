@@ -1,13 +1,15 @@
 #ifndef STANDIN_OP_LOADING_H
 #define STANDIN_OP_LOADING_H
 
+#include <UT/UT_UndoManager.h>
+
 namespace standin
 {
 
 /// How many loads of scenes and assets are under way; parameter events are held back while it is not 0.
 int& loadingDepth();
 
-/// A load is under way for as long as this lives.
+/// A load is under way for as long as this lives; nothing of it can be undone.
 class LoadingScope
 {
 public:
@@ -15,6 +17,9 @@ public:
     ~LoadingScope() { --loadingDepth(); }
     LoadingScope(const LoadingScope&) = delete;
     LoadingScope& operator=(const LoadingScope&) = delete;
+
+private:
+    UT_AutoDisableUndos m_noUndos;
 };
 
 } // namespace standin

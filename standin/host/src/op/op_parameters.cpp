@@ -2,9 +2,11 @@
 
 #include <CH/CH_Manager.h>
 #include <UT/UT_StringArray.h>
+#include <UT/UT_UndoManager.h>
 
 #include "prm/prm_ownercontext.h"
 
+#include <cmath>
 #include <exception>
 
 OP_Parameters::OP_Parameters()
@@ -81,8 +83,64 @@ bool OP_Parameters::evalExpression(const char* text, CH_ExprLanguage language, f
            PRMscriptHooks().evaluatePython(this, text ? text : "", t, thread, value, error);
 }
 
+namespace
+{
+bool refuse(const PRM_Parm& parm, const char* text, const char* remedy, std::string* why)
+{
+    if (why)
+        *why = std::string("\"") + (text ? text : "") + "\" is no value for the parameter \"" + parm.getToken() +
+               "\"; " + remedy;
+    return false;
+}
+
+/// Index of the menu item that a text names by token or number; -1 when it names none.
+int chosenItem(const PRM_Parm& parm, const char* text)
+{
+    fpreal index = -1;
+    if (!text || !parm.readLiteral(text, index) || index != std::floor(index))
+        return -1;
+    const PRM_ChoiceList* menu = parm.getTemplatePtr()->getChoiceListPtr();
+    return index >= 0 && index < menu->getSize(&parm) ? static_cast<int>(index) : -1;
+}
+
+/// The template that a callback gets; see pressParm().
+class CalledTemplate
+{
+public:
+    explicit CalledTemplate(PRM_Parm& parm)
+        : m_token(parm.getToken()),
+          m_label(parm.getLabel()),
+          m_name(m_token.c_str(), m_label.c_str()),
+          m_copy(*parm.getTemplatePtr()),
+          m_given(parm.isMultiParmInstance() ? &m_copy : parm.getTemplatePtr())
+    {
+        m_copy.setNamePtr(&m_name);
+    }
+    CalledTemplate(const CalledTemplate&) = delete;
+    CalledTemplate& operator=(const CalledTemplate&) = delete;
+
+    const PRM_Template* get() const { return m_given; }
+
+private:
+    std::string m_token;
+    std::string m_label;
+    PRM_Name m_name;
+    PRM_Template m_copy;
+    const PRM_Template* m_given;
+};
+} // namespace
+
 bool OP_Parameters::enterParm(PRM_Parm& parm, int vi, const char* text, fpreal t, std::string* why)
 {
+    if (parm.isActionMenu())
+    {
+        const int item = chosenItem(parm, text);
+        if (item < 0)
+            return refuse(parm, text, "choose one of its menu's items", why);
+        pressParm(parm, item, t);
+        return true;
+    }
+    const UT_AutoUndoBlock step("Parameter Change", ANYLEVEL);
     const PRM_Range* range = parm.getTemplatePtr()->getRangePtr();
     const std::weak_ptr<const char> alive = m_parms->getLifetime();
     fpreal value = 0;
@@ -95,23 +153,23 @@ bool OP_Parameters::enterParm(PRM_Parm& parm, int vi, const char* text, fpreal t
             range->constrain(value);
         stored = parm.setValue(t, value, true, PRM_AK_NEVER, vi);
     }
-    if (!stored && why)
-        *why = std::string("\"") + (text ? text : "") + "\" is no value for the parameter \"" +
-               parm.getToken() + "\"; enter a number or one of its menu's items";
-    if (stored && !alive.expired() && m_parms->getParmIndex(&parm) >= 0)
+    if (!stored)
+        return refuse(parm, text, "enter a number or one of its menu's items", why);
+    if (!alive.expired() && m_parms->getParmIndex(&parm) >= 0)
         pressParm(parm, vi, t);
-    return stored;
+    return true;
 }
 
 int OP_Parameters::pressParm(PRM_Parm& parm, int index, fpreal t)
 {
-    const PRM_Template* tmpl = parm.getTemplatePtr();
+    const CalledTemplate tmpl(parm);
+    const PRM_Callback callback = tmpl.get()->getCallback();
     const std::weak_ptr<const char> alive = m_parms->getLifetime();
     std::string problem;
     int result = 0;
     try
     {
-        result = tmpl->getCallback()(parmData(), index, t, tmpl);
+        result = callback(parmData(), index, t, tmpl.get());
     }
     catch (const std::exception& thrown)
     {

@@ -1,6 +1,6 @@
 // Multi-parameters: instances, their numbers, and the keys of ramps.
 #include "prm/prm_channels.h"
-#include "prm/prm_parm_data.h"
+#include "prm/prm_undo.h"
 
 #include <CH/CH_Manager.h>
 #include <PRM/PRM_ParmList.h>
@@ -8,6 +8,7 @@
 #include <PRM/PRM_Shared.h>
 #include <SYS/SYS_SequentialThreadIndex.h>
 #include <UT/UT_IntArray.h>
+#include <UT/UT_UndoManager.h>
 
 #include <algorithm>
 #include <cmath>
@@ -70,7 +71,7 @@ PRM_Parm::Instance PRM_Parm::makeInstance()
     return instance;
 }
 
-void PRM_Parm::insertInstances(int position, int count)
+void PRM_Parm::addInstances(int position, int count)
 {
     std::vector<Instance> made;
     for (int i = 0; i < count; ++i)
@@ -78,6 +79,11 @@ void PRM_Parm::insertInstances(int position, int count)
     m_instances.insert(m_instances.begin() + position, std::make_move_iterator(made.begin()),
                        std::make_move_iterator(made.end()));
     renumber(position);
+}
+
+void PRM_Parm::insertInstances(int position, int count)
+{
+    addInstances(position, count);
     if (m_rampTemplates)
         spreadRampKeys(position, count);
 }
@@ -116,17 +122,12 @@ bool PRM_Parm::setInstanceCount(fpreal wanted, bool propagate)
         return false;
     const int count = wanted > 0 ? static_cast<int>(wanted) : 0;
     const int before = getMultiParmNumItems();
-    if (count < before)
-        m_instances.resize(static_cast<std::size_t>(count));
-    else
-        insertInstances(before, count - before);
-    m_list->rebuild();
-    std::vector<int> changed(1, m_index);
-    collectIndices(before, count - before, changed);
-    if (PRM_ParmOwner* owner = m_list->getOwner())
-        owner->setParmError(*this, 0, std::string());
-    if (propagate)
-        m_list->tellChanged(changed);
+    const UT_AutoUndoBlock step(PRM_CHANGE_LABEL, ANYLEVEL);
+    const int kept = std::min(count, before);
+    recordInstances(kept, valuesOfInstances(kept, before - kept), count - kept);
+    m_instances.resize(static_cast<std::size_t>(kept));
+    insertInstances(kept, count - kept);
+    instancesChanged(kept, count - kept, propagate);
     return true;
 }
 
@@ -135,11 +136,10 @@ bool PRM_Parm::insertMultiParmItem(int position)
     const bool good = isMultiParm() && position >= 0 && position <= getMultiParmNumItems();
     if (!good || refuseCount(getMultiParmNumItems() + 1))
         return false;
+    const UT_AutoUndoBlock step(PRM_CHANGE_LABEL, ANYLEVEL);
+    recordInstances(position, std::vector<std::vector<Values>>(), 1);
     insertInstances(position, 1);
-    m_list->rebuild();
-    std::vector<int> changed(1, m_index);
-    collectIndices(position, 1, changed);
-    m_list->tellChanged(changed);
+    instancesChanged(position, 1, true);
     return true;
 }
 
@@ -147,11 +147,25 @@ bool PRM_Parm::removeMultiParmItem(int position)
 {
     if (!isMultiParm() || position < 0 || position >= getMultiParmNumItems())
         return false;
+    const UT_AutoUndoBlock step(PRM_CHANGE_LABEL, ANYLEVEL);
+    recordInstances(position, valuesOfInstances(position, 1), 0);
     m_instances.erase(m_instances.begin() + position);
     renumber(position);
-    m_list->rebuild();
-    m_list->tellChanged(m_index);
+    instancesChanged(position, 0, true);
     return true;
+}
+
+/// After instances came or went: `count` new ones at `first`. Last in every change: the node may be deleted when it
+/// hears of it.
+void PRM_Parm::instancesChanged(int first, int count, bool propagate)
+{
+    m_list->rebuild();
+    if (PRM_ParmOwner* owner = m_list->getOwner())
+        owner->setParmError(*this, 0, std::string());
+    std::vector<int> changed(1, m_index);
+    collectIndices(first, count, changed);
+    if (propagate)
+        m_list->tellChanged(changed);
 }
 
 void PRM_Parm::collectIndices(int first, int count, std::vector<int>& indices) const

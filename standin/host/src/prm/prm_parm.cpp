@@ -82,6 +82,11 @@ int PRM_Parm::findMenuItem(const char* token) const
     return -1;
 }
 
+bool PRM_Parm::isActionMenu() const
+{
+    return getType().hasOrdinalType(PRM_ORD_CALLBACK) && getTemplatePtr()->getChoiceListPtr();
+}
+
 void PRM_Parm::getMultiInstanceIndex(UT_IntArray& indices) const
 {
     indices.clear();

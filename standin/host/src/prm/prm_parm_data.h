@@ -14,6 +14,12 @@ struct PRM_Parm::Component
     fpreal number = 0;
     std::string text;                            ///< the text, or the expression's source
     std::shared_ptr<const CH_Expression> parsed; ///< of an hscript expression
+
+    bool operator==(const Component& other) const
+    {
+        return isExpression == other.isExpression && text == other.text && number == other.number &&
+               language == other.language;
+    }
 };
 
 /// The templates of one key of a ramp, made for the ramp's own token.

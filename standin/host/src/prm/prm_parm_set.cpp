@@ -1,10 +1,12 @@
 #include "prm/prm_channels.h"
-#include "prm/prm_parm_data.h"
+#include "prm/prm_undo.h"
 
 #include <PRM/PRM_ParmList.h>
 #include <PRM/PRM_ParmOwner.h>
 #include <SYS/SYS_SequentialThreadIndex.h>
+#include <UT/UT_UndoManager.h>
 
+#include <algorithm>
 #include <cmath>
 
 PRM_Parm::Component PRM_Parm::makeDefault(int index) const
@@ -119,8 +121,11 @@ bool PRM_Parm::setLiteral(Component& component, const char* text) const
     return true;
 }
 
-void PRM_Parm::valueChanged(int component, bool propagate)
+void PRM_Parm::valueChanged(int component, const Component& before, bool propagate)
 {
+    // What listeners change in turn is undone together with this.
+    const UT_AutoUndoBlock step(PRM_CHANGE_LABEL, ANYLEVEL);
+    recordValue(component, before);
     if (PRM_ParmOwner* owner = m_list->getOwner())
         owner->setParmError(*this, component, std::string());
     // Last: the node may change its parameters, or be deleted, when it hears of it.
@@ -135,8 +140,9 @@ bool PRM_Parm::setValue(fpreal, fpreal value, bool propagate, PRM_AddKeyType, in
     Component* component = findComponent(index);
     if (!component)
         return false;
+    const Component before = *component;
     setNumber(*component, value);
-    valueChanged(index, propagate);
+    valueChanged(index, before, propagate);
     return true;
 }
 
@@ -161,9 +167,12 @@ bool PRM_Parm::setValue(fpreal time, const char* text, CH_StringMeaning meaning,
     if (isMultiParm() && CHreadNumber(text, count))
         return setValue(time, count, propagate, addKey, index);
     Component* component = findComponent(index);
-    if (!component || !setLiteral(*component, text))
+    if (!component)
+        return false;
+    const Component before = *component;
+    if (!setLiteral(*component, text))
         return setExpression(time, text, CH_OLD_EXPR_LANGUAGE, propagate, index);
-    valueChanged(index, propagate);
+    valueChanged(index, before, propagate);
     return true;
 }
 
@@ -172,8 +181,9 @@ bool PRM_Parm::setExpression(fpreal, const char* text, CH_ExprLanguage language,
     Component* component = findComponent(index);
     if (!component)
         return false;
+    const Component before = *component;
     setExpressionOf(*component, text ? text : "", language);
-    valueChanged(index, propagate);
+    valueChanged(index, before, propagate);
     return true;
 }
 
@@ -188,9 +198,10 @@ void PRM_Parm::deleteExpression(fpreal time, int index, bool propagate)
         getValue(time, text, index, true, SYSgetSTID());
     else
         getValue(time, number, index, SYSgetSTID());
+    const Component before = *component;
     setNumber(*component, number);
     component->text = getType().isStringType() ? text.toStdString() : std::string();
-    valueChanged(index, propagate);
+    valueChanged(index, before, propagate);
 }
 
 bool PRM_Parm::hasExpression(int index) const
@@ -216,21 +227,30 @@ bool PRM_Parm::isDefault(int index) const
     const Component* component = findComponent(index);
     if (!component)
         return true;
-    const Component wanted = makeDefault(index);
-    return component->isExpression == wanted.isExpression && component->text == wanted.text &&
-           component->number == wanted.number && component->language == wanted.language;
+    return *component == makeDefault(index);
 }
 
 void PRM_Parm::revertToDefault(fpreal, int index, bool propagate)
 {
+    const UT_AutoUndoBlock step(PRM_CHANGE_LABEL, ANYLEVEL);
     if (isMultiParm())
     {
+        const int count = defaultInstanceCount();
+        recordInstances(0, valuesOfInstances(0, getMultiParmNumItems()), count);
         m_instances.clear();
-        setInstanceCount(defaultInstanceCount(), propagate);
+        insertInstances(0, count);
+        instancesChanged(0, count, propagate);
         return;
     }
     for (int i = 0; i < static_cast<int>(m_components.size()); ++i)
         if (index < 0 || index == i)
-            m_components[static_cast<std::size_t>(i)] = makeDefault(i);
-    valueChanged(std::max(index, 0), propagate);
+        {
+            Component& component = m_components[static_cast<std::size_t>(i)];
+            const Component before = component;
+            component = makeDefault(i);
+            recordValue(i, before);
+        }
+    const int told = std::max(index, 0);
+    if (const Component* component = findComponent(told))
+        valueChanged(told, Component(*component), propagate);
 }

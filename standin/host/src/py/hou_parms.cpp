@@ -210,9 +210,15 @@ py::object menuOf(int id, const Text& token)
     return std::move(items);
 }
 
+/// Chooses an item of an action menu; the index was checked against the menu.
+int pressItem(int id, const Text& token, int item)
+{
+    return nodeOf(id).pressParm(parmOf(id, token), item, CHgetEvalTime());
+}
+
 int press(int id, const Text& token, int component)
 {
-    return nodeOf(id).pressParm(parmOf(id, token, component), component, CHgetEvalTime());
+    return pressItem(id, token, parmOf(id, token, component).isActionMenu() ? 0 : component);
 }
 
 void bindValues(py::module_& module)
@@ -269,6 +275,9 @@ void bindParms(py::module_& module)
     module.def("parm_menu_index", [](int id, const Text& token, const Text& item)
                { return parmOf(id, token).findMenuItem(item.c_str()); });
     module.def("parm_press", &press);
+    module.def("parm_press_item", &pressItem);
+    module.def("parm_is_action_menu",
+               [](int id, const Text& token) { return parmOf(id, token).isActionMenu(); });
     bindValues(module);
     bindStates(module);
 }

@@ -1,9 +1,9 @@
 #include "interpreter.h"
 
 #include "module.h"
+#include "op/op_working_node.h"
 
 #include <CH/CH_Manager.h>
-#include <OP/OP_Director.h>
 #include <OP/OP_Node.h>
 #include <PRM/PRM_ParmOwner.h>
 #include <SYS/SYS_SequentialThreadIndex.h>
@@ -18,28 +18,6 @@ namespace python
 {
 namespace
 {
-
-/// Makes a node the working node of a thread for as long as this lives; null changes nothing.
-class WorkingNode
-{
-public:
-    WorkingNode(int thread, OP_Node* node) : m_thread(thread), m_pushed(node != nullptr)
-    {
-        if (m_pushed)
-            OPgetDirector()->pushCwd(m_thread, node);
-    }
-    WorkingNode(const WorkingNode&) = delete;
-    WorkingNode& operator=(const WorkingNode&) = delete;
-    ~WorkingNode()
-    {
-        if (m_pushed)
-            OPgetDirector()->popCwd(m_thread);
-    }
-
-private:
-    int m_thread;
-    bool m_pushed;
-};
 
 /// Runs a script; false with the reason in `error` when it raises.
 template <typename Function>

@@ -1,3 +1,4 @@
+#include <UT/UT_UndoManager.h>
 #include <standin/host.h>
 
 #include <cstdio>
@@ -71,5 +72,22 @@ void setMessageObserver(std::function<void(const Message&)> observer)
     const std::lock_guard<std::mutex> lock(log().mutex);
     log().observer = std::move(observer);
 }
+
+namespace
+{
+
+/// What has no way of its own to the person says it through here.
+struct Registration
+{
+    Registration()
+    {
+        UTgetUndoManager()->setComplaint([](const std::string& sentence)
+                                         { report(Severity::Warning, sentence); });
+    }
+};
+
+const Registration registration;
+
+} // namespace
 
 } // namespace standin

@@ -2,6 +2,7 @@
 
 #include <OP/OP_Network.h>
 #include <OP/OP_OperatorTable.h>
+#include <UT/UT_UndoManager.h>
 #include <VOP/VOP_Node.h>
 
 #include <set>
@@ -145,7 +146,11 @@ OP_Node* createNodeByUser(OP_Network& network, const std::string& type, const st
     // A script that fails without deleting the node leaves a node that can be used.
     const int id = node->getUniqueId();
     if (runScripts)
+    {
+        // Making a node cannot be undone, so what its script does to it must not be undone by itself.
+        const UT_AutoDisableUndos noUndos;
         node->runCreateScript();
+    }
     node = OP_Node::lookupNode(id);
     if (node)
         node->moveToGoodPosition();
