@@ -1,7 +1,9 @@
 #include "shop.h"
 
 #include "utils_host_memory.h"
+#include "vop_outputs.h"
 #include "vop_shaders.h"
+#include "vop_utility.h"
 
 #include <OP/OP_OperatorTable.h>
 #include <SHOP/SHOP_Operator.h>
@@ -23,7 +25,10 @@ unsigned HoudiniCompilerVersion() { return toolkit_compiler; }
 
 extern "C" SYS_VISIBILITY_EXPORT void newVopOperator(OP_OperatorTable* table)
 {
+    // Outputs first: a new container makes a material output.
+    zelk::shop::registerOutputs(table);
     zelk::shop::registerShaders(table);
+    zelk::shop::registerUtilities(table);
 }
 
 extern "C" SYS_VISIBILITY_EXPORT void newShopOperator(OP_OperatorTable* table)
@@ -47,7 +52,8 @@ bool OP_KorvanMaterialOperatorFilter::allowOperatorAsChild(OP_Operator* op)
 {
     if (!op)
         return false;
-    if (dynamic_cast<VOP_KorvanOperator*>(op))
+    if (dynamic_cast<VOP_KorvanOperator*>(op) || dynamic_cast<VOP_KorvanOutputOperator*>(op) ||
+        dynamic_cast<VOP_KorvanUtilityOperator*>(op))
         return true;
     const UT_String name(op->getName());
     return name == "subnet" || name == "null";
@@ -71,6 +77,17 @@ OP_OperatorTable* SHOP_KorvanMaterial::createAndGetOperatorTable()
     OP_OperatorTable* table = OP_Network::getOperatorTable(VOP_TABLE_NAME, nullptr);
     table->notifyUpdateTableSinksOfUpdate();
     return table;
+}
+
+bool SHOP_KorvanMaterial::runCreateScript()
+{
+    if (!SHOP_Node::runCreateScript())
+        return false;
+    OP_Node* output = createNode("korvan_material", nullptr, 1, 1, 1, nullptr, nullptr, false);
+    if (!output || !output->runCreateScript())
+        return false;
+    output->moveToGoodPosition(true, true, true, true);
+    return true;
 }
 
 const char* SHOP_KorvanMaterial::getChildType() const { return VOP_OPTYPE_NAME; }

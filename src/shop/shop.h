@@ -44,6 +44,9 @@ public:
     /// The container has no parameters of its own.
     static PRM_Template myTemplateList[];
 
+    /// Runs the host's own script, then makes a material output. False when either fails.
+    bool runCreateScript() override;
+
     const char* getChildType() const override;
     OP_OpTypeId getChildTypeID() const override;
     OP_OperatorFilter* getOperatorFilter() override;

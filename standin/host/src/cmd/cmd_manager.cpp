@@ -90,7 +90,8 @@ void CMD_Manager::sendInput(const char* input, bool create_block)
     execute(input, false, nullptr, nullptr, true, create_block);
 }
 
-void CMD_Manager::execute(const char* cmd, bool, std::ostream* out, std::ostream* err, bool, bool create_block)
+void CMD_Manager::execute(const char* cmd, bool, std::ostream* out, std::ostream* err, bool,
+                          bool create_block)
 {
     const std::unique_ptr<UT_AutoUndoBlock> block(create_block ? new UT_AutoUndoBlock("hscript", ANYLEVEL)
                                                                : nullptr);

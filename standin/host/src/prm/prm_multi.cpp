@@ -163,7 +163,11 @@ void PRM_Parm::instancesChanged(int first, int count, bool propagate)
     if (PRM_ParmOwner* owner = m_list->getOwner())
         owner->setParmError(*this, 0, std::string());
     std::vector<int> changed(1, m_index);
-    collectIndices(first, count, changed);
+    // Of many new instances listeners hear once: each event may make them read all instances.
+    if (count > 1)
+        changed.push_back(PRM_MANY_CHANGED);
+    else
+        collectIndices(first, count, changed);
     if (propagate)
         m_list->tellChanged(changed);
 }
