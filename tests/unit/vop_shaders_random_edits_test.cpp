@@ -233,6 +233,7 @@ TEST(RandomEdits, NeverTouchADeadNodeWhileEventsFire)
     for (unsigned long i = 0; i < count && !::testing::Test::HasFailure(); ++i)
         chaos.step();
 
+    std::cout << records.count() << " records, " << chaos.nested() << " operations by listeners\n";
     EXPECT_EQ(UTgetUndoManager()->getLevel(), 0);
     EXPECT_GT(records.count(), static_cast<int>(count / 100));
     EXPECT_GT(chaos.redos(), 0);

@@ -400,6 +400,23 @@ TEST(EditRecord, IsSentForEachOfAThousandChangesInOrder)
         ASSERT_EQ(sent.at(i).at("p").value.flt, static_cast<float>(i));
 }
 
+TEST(SilentEdit, IsOneWhoseRedrawDeletesTheNode)
+{
+    StandinSession session;
+    OP_Node& node = nodeWithParm(session, KR_TYPE_FLOAT);
+    const int id = node.getUniqueId();
+    node.addOpInterest(&session,
+                       [](OP_Node* caller, void*, OP_EventType type, void*)
+                       {
+                           if (type == OP_UI_CHANGED)
+                               caller->getParent()->destroyNode(caller);
+                       });
+    SentRecords sent;
+    node.setFloat("p", 0, 0, 0.5);
+    EXPECT_EQ(OP_Node::lookupNode(id), nullptr);
+    EXPECT_EQ(sent.count(), 0u) << "the node has no place any more";
+}
+
 TEST(EditRecord, IsSentForAValueThatWasThereAlready)
 {
     StandinSession session;
