@@ -483,3 +483,18 @@ TEST(MetadataCallback, OfAnExtraButtonRunsWhenItIsPressed)
     EXPECT_EQ(node.pressParm(node.getParm("named"), 0, 0), 1);
     EXPECT_EQ(node.evalFloat("a", 0, 0), 8);
 }
+
+// The arguments' own text is not quoted but for the values.
+TEST(MetadataCallback, OfAParameterWithAQuoteInItsNameIsReported)
+{
+    StandinSession session;
+    session.renderer.shader("s").floats({"it's"}).parmMetaData("it's", "houdini.callback", "python:pass");
+    session.registerAll();
+    OP_Node& node = *session.container().createNode("korvan::s");
+    EXPECT_EQ(node.pressParm(node.getParm("it's"), 0, 0), 1);
+    std::string said;
+    for (const standin::Message& message : standin::takeMessages())
+        said += message.text + "\n";
+    EXPECT_THAT(said, HasSubstr("Error setting kwargs:\n"));
+    EXPECT_EQ(UTgetUndoManager()->getLevel(), 0);
+}
