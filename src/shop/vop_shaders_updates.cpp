@@ -153,10 +153,9 @@ std::vector<std::string> camerasOf(const std::string& shaderPath)
 /// Whom an edit is addressed to: the node itself, or the cameras that look through it when it is wired.
 std::vector<std::string> VOP_KorvanShader::updateTargets() const
 {
-    const std::string path = fullPathOf(*this);
     if (desc().nodeType != KR_NODE_CAMERA)
-        return {path};
-    return nOutputs(-1) ? camerasOf(path) : std::vector<std::string>();
+        return std::vector<std::string>(1, fullPathOf(*this));
+    return nOutputs(-1) ? camerasOf(fullPathOf(*this)) : std::vector<std::string>();
 }
 
 void VOP_KorvanShader::handleParmChanged(int parmIndex)
