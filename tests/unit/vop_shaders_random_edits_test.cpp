@@ -1,4 +1,4 @@
-#include "sent_records.h"
+#include "edited_nodes.h"
 
 #include <UT/UT_UndoManager.h>
 

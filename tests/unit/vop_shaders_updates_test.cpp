@@ -1,4 +1,4 @@
-#include "sent_records.h"
+#include "edited_nodes.h"
 
 #include <CH/CH_Manager.h>
 #include <UT/UT_String.h>
