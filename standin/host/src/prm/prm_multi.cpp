@@ -88,6 +88,15 @@ void PRM_Parm::insertInstances(int position, int count)
         spreadRampKeys(position, count);
 }
 
+/// Takes them out of the list as well: making others may run menu scripts, which may look at any parameter.
+void PRM_Parm::eraseInstances(int position, int count)
+{
+    const auto first = m_instances.begin() + position;
+    m_instances.erase(first, first + count);
+    if (count > 0)
+        m_list->rebuild();
+}
+
 void PRM_Parm::renumber(int first)
 {
     UT_IntArray indices;
