@@ -66,7 +66,8 @@ bool runMenuScript(OP_Parameters* node, const PRM_Parm*, const char* script, PRM
 {
     const standin::WorkingNode working(SYSgetSTID(), dynamic_cast<OP_Node*>(node));
     std::ostringstream out, err;
-    CMD_Manager().execute(script, false, &out, &err);
+    // No undo block: menus are also asked for on other threads, and change nothing.
+    CMD_Manager().execute(script, false, &out, &err, true, false);
     std::vector<std::string> words;
     const std::string problem = standin::splitQuoted(out.str(), words);
     error = err.str().empty() ? problem : err.str();
