@@ -139,8 +139,10 @@ TEST_F(UndoManager, ClosesTheBlocksThatWereLeftOpenInsideAndIgnoresUnknownLevels
     undos.endUndoBlock(7);
     undos.endUndoBlock(-1);
     EXPECT_EQ(undos.getLevel(), 2);
+    change("a");
     undos.endUndoBlock(1);
     EXPECT_EQ(undos.getLevel(), 0);
+    EXPECT_EQ(undos.getUndoLabels(), (Texts{"Outer"}));
 }
 
 TEST_F(UndoManager, LeavesNothingOfAnEmptyBlock)
