@@ -3,6 +3,7 @@ set(HOST_OP2_SOURCES
     src/cmd/cmd_commands.cpp
     src/cmd/cmd_manager.cpp
     src/cmd/cmd_words.cpp
+    src/op/op_archive.cpp
     src/op/op_director.cpp
     src/op/op_names.cpp
     src/op/op_network.cpp
@@ -14,6 +15,7 @@ set(HOST_OP2_SOURCES
     src/op/op_operator.cpp
     src/op/op_operator_table.cpp
     src/op/op_tables.cpp
+    src/op/op_text.cpp
     src/shop/shop_node.cpp
     src/shop/shop_operator.cpp
     src/standin/builtin_types.cpp
