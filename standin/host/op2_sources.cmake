@@ -4,18 +4,26 @@ set(HOST_OP2_SOURCES
     src/cmd/cmd_manager.cpp
     src/cmd/cmd_words.cpp
     src/op/op_archive.cpp
+    src/op/op_contents.cpp
     src/op/op_director.cpp
     src/op/op_names.cpp
     src/op/op_network.cpp
     src/op/op_node.cpp
+    src/op/op_node_def.cpp
+    src/op/op_node_entries.cpp
     src/op/op_node_events.cpp
+    src/op/op_node_parms.cpp
     src/op/op_node_place.cpp
     src/op/op_node_scripts.cpp
     src/op/op_node_wires.cpp
     src/op/op_operator.cpp
     src/op/op_operator_table.cpp
+    src/op/op_placeholder.cpp
+    src/op/op_spare_template.cpp
     src/op/op_tables.cpp
     src/op/op_text.cpp
+    src/op/op_tree_reader.cpp
+    src/op/op_user_data.cpp
     src/shop/shop_node.cpp
     src/shop/shop_operator.cpp
     src/standin/builtin_types.cpp

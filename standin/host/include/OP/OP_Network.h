@@ -60,6 +60,10 @@ public:
     /// load.
     OP_Node* createNodeUnfiltered(const char* type, const char* name = 0);
 
+    /// Host's side: a child of an operator that need not be in the table, as placeholders are. Asks neither mask nor
+    /// filter.
+    OP_Node* createNodeOfOperator(OP_Operator& op, const char* name);
+
     /// Ends a child: its own children, its wires, its events, the object. Non-zero when it was done; zero
     /// when the node is no child of this network, cannot be destroyed, or is being deleted already.
     int destroyNode(OP_Node* node);

@@ -27,6 +27,10 @@ public:
     /// to the host's messages when that is null.
     bool addOperator(OP_Operator* op, std::ostream* err = 0);
 
+    /// Host's side: the operator stays out of the table, but counts as one of its kind from now on. For the types of
+    /// placeholders, whose category is that of the network they are in.
+    void adoptPlaceholder(OP_Operator& op);
+
     /// The operator of exactly that name; null when there is none.
     OP_Operator* getOperator(const char* name) const;
 

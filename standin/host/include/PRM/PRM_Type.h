@@ -310,5 +310,7 @@ enum PRM_RampParmIndex
 /// Name of the constant that a type is, its modifier flags left aside: "PRM_FLT". Null for the empty type and
 /// for a combination that is none of the kinds.
 const char* PRMtypeName(const PRM_Type& type);
+/// The constant of that name; null for any other text.
+const PRM_Type* PRMtypeOfName(const char* name);
 /// "PRM_MULTITYPE_LIST", ...; null for a number that is no multi-parameter type.
 const char* PRMmultiTypeName(PRM_MultiType type);

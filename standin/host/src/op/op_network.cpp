@@ -134,6 +134,12 @@ OP_Node* OP_Network::createNodeUnfiltered(const char* type, const char* name)
     return op ? makeChild(op, name, 1, 0) : nullptr;
 }
 
+OP_Node* OP_Network::createNodeOfOperator(OP_Operator& op, const char* name)
+{
+    const std::string base = standin::validNodeName(name ? name : "");
+    return makeChild(&op, base.c_str(), 1, 0);
+}
+
 OP_Node* OP_Network::makeChild(OP_Operator* op, const char* name, int notify, int explicitly)
 {
     if (isBeingDeleted())

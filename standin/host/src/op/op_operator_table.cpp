@@ -83,6 +83,8 @@ bool OP_OperatorTable::addOperator(OP_Operator* op, std::ostream* err)
     return true;
 }
 
+void OP_OperatorTable::adoptPlaceholder(OP_Operator& op) { op.myTable = this; }
+
 OP_Operator* OP_OperatorTable::getOperator(const char* name) const
 {
     const auto found = name ? myContents->byName.find(name) : myContents->byName.end();

@@ -88,8 +88,8 @@ namespace
 bool refuse(const PRM_Parm& parm, const char* text, const char* remedy, std::string* why)
 {
     if (why)
-        *why = std::string("\"") + (text ? text : "") + "\" is no value for the parameter \"" + parm.getToken() +
-               "\"; " + remedy;
+        *why = std::string("\"") + (text ? text : "") + "\" is no value for the parameter \"" +
+               parm.getToken() + "\"; " + remedy;
     return false;
 }
 

@@ -1,7 +1,10 @@
 #include "op_text.h"
 
+#include <algorithm>
+#include <cctype>
 #include <charconv>
 #include <cmath>
+#include <cstring>
 
 namespace standin
 {
@@ -65,6 +68,14 @@ std::string quoteText(const std::string& text)
         quoted += letter ? std::string{'\\', letter} : std::string(1, c);
     }
     return quoted + "\"";
+}
+
+std::string nameText(const std::string& name)
+{
+    const auto isPlain = [](unsigned char c)
+    { return c < 128 && (std::isalnum(c) || std::strchr("_:.-", c) != nullptr); };
+    const bool plain = !name.empty() && std::all_of(name.begin(), name.end(), isPlain);
+    return plain ? name : quoteText(name);
 }
 
 std::string printNumber(double value)

@@ -13,6 +13,9 @@ namespace standin
 /// The text between '"', with '"', '\' and control characters written as escapes; readLines() gives it back.
 std::string quoteText(const std::string& text);
 
+/// A name as one word: as it is when it is made of letters, digits and "_:.-" only, else quoted.
+std::string nameText(const std::string& name);
+
 /// The shortest text that reads back as the same number, whatever the locale; "nan", "inf", "-inf" too.
 std::string printNumber(double value);
 /// False when the word is no number, or has something behind it.

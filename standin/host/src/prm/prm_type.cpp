@@ -1,5 +1,7 @@
 #include <PRM/PRM_Type.h>
 
+#include <cstring>
+
 namespace
 {
 // Short rows below: each maker fills the categories that its kinds differ in. All are constant expressions, so the
@@ -120,6 +122,14 @@ const char* PRMtypeName(const PRM_Type& type)
     for (const TypeNameRow& row : type_names)
         if (kind == *row.type)
             return row.name;
+    return nullptr;
+}
+
+const PRM_Type* PRMtypeOfName(const char* name)
+{
+    for (const TypeNameRow& row : type_names)
+        if (name && std::strcmp(row.name, name) == 0)
+            return row.type;
     return nullptr;
 }
 

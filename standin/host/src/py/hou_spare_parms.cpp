@@ -1,5 +1,7 @@
 #include "parm_access.h"
 
+#include "op/op_spare_template.h"
+
 #include <PRM/PRM_Include.h>
 #include <PRM/PRM_ParmList.h>
 
@@ -8,8 +10,6 @@
 
 #include <algorithm>
 #include <cctype>
-#include <deque>
-#include <memory>
 #include <vector>
 
 namespace py = pybind11;
@@ -20,35 +20,6 @@ namespace python
 {
 namespace
 {
-
-/// A spare parameter's template with all that it points to.
-struct SpareTemplate
-{
-    std::deque<std::string> texts; // addresses stay
-    PRM_Name name;
-    std::vector<PRM_Default> defaults;
-    PRM_Range range;
-    std::vector<PRM_Name> items;
-    std::unique_ptr<PRM_ChoiceList> menu;
-    PRM_SpareData spare;
-    PRM_ConditionalGroup conditions;
-    PRM_Template templates[2]; // the second ends the list
-
-    const char* keep(const std::string& text)
-    {
-        texts.push_back(text);
-        return texts.back().c_str();
-    }
-};
-
-/// Parameters keep pointers into their templates for as long as their node lives, and a template may be asked for
-/// after that by whoever copied it; so they stay for the process, here.
-SpareTemplate& newSpareTemplate()
-{
-    static auto* all = new std::vector<std::unique_ptr<SpareTemplate>>;
-    all->push_back(std::unique_ptr<SpareTemplate>(new SpareTemplate));
-    return *all->back();
-}
 
 std::string textIn(const py::dict& facts, const char* key) { return facts[key].cast<Text>().value; }
 bool flagIn(const py::dict& facts, const char* key) { return facts[key].cast<bool>(); }
