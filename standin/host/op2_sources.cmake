@@ -5,6 +5,10 @@ set(HOST_OP2_SOURCES
     src/cmd/cmd_words.cpp
     src/op/op_archive.cpp
     src/op/op_contents.cpp
+    src/op/op_dialog_block.cpp
+    src/op/op_dialog_parms.cpp
+    src/op/op_dialog_script.cpp
+    src/op/op_dialog_write.cpp
     src/op/op_director.cpp
     src/op/op_names.cpp
     src/op/op_network.cpp
@@ -18,6 +22,12 @@ set(HOST_OP2_SOURCES
     src/op/op_node_wires.cpp
     src/op/op_operator.cpp
     src/op/op_operator_table.cpp
+    src/op/op_otl_create.cpp
+    src/op/op_otl_index.cpp
+    src/op/op_otl_instance.cpp
+    src/op/op_otl_library.cpp
+    src/op/op_otl_manager.cpp
+    src/op/op_otl_types.cpp
     src/op/op_placeholder.cpp
     src/op/op_spare_template.cpp
     src/op/op_tables.cpp

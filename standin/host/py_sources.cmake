@@ -1,5 +1,6 @@
 # Python inside the host: PY, the door of standin/python.h, and the module that the hou package is made of.
 set(HOST_PY_SOURCES
+    src/py/hou_assets.cpp
     src/py/hou_multi_parms.cpp
     src/py/hou_nodes.cpp
     src/py/hou_parms.cpp
@@ -31,6 +32,7 @@ set(HOU_PACKAGE_FILES
     _translate.py
     _types.py
     _vector.py
+    hda.py
     undos.py)
 
 set(HOU_PACKAGE_OUTPUTS "")

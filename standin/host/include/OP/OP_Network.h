@@ -51,7 +51,8 @@ public:
     /// Makes a child: constructs it, gives it its name and its parameters, and sends OP_CHILD_CREATED. Null
     /// when the type is unknown or not allowed here. It runs no creation script and places nothing: callers
     /// go on with runCreateScript() and moveToGoodPosition(). Characters that no name can have become '_',
-    /// and a taken name gets another number.
+    /// and a taken name gets another number. With `loadcontents`, a type that comes from an asset file gets
+    /// the nodes inside that the file holds.
     OP_Node* createNode(const char* type, const char* name = 0, int notify = 1, int explicitly = 1,
                         int loadcontents = 1, int* aliasedScriptedOp = 0, char* matIconFilename = 0,
                         bool exact_type = false);

@@ -2,10 +2,12 @@
 #define OP_OPERATOR_H
 
 #include <CH/CH_LocalVariable.h>
+#include <OP/OP_OTLDefinition.h>
 #include <OP/OP_OpTypeId.h>
 #include <PRM/PRM_Template.h>
 #include <UT/UT_String.h>
 
+#include <memory>
 #include <string>
 #include <vector>
 
@@ -89,18 +91,28 @@ public:
     /// The number of outputs given at construction.
     virtual unsigned maxOutputs();
 
-    /// The asset file that the type comes from and its index; null for types that come from none.
+    /// The asset file that the type comes from; null for types that come from none.
     OP_OTLLibrary* getOTLLibrary();
+    /// The type's own sections in that file, read on first use; belongs to the operator, until the file is installed
+    /// again. Null when there are none.
     FS_IndexFile* getOTLIndexFile();
+    /// What the file says about the type; all empty for types that come from none.
+    const OP_OTLDefinition& getOTLDefinition() const { return myOTLDefinition; }
+    /// True when the file holds nodes that belong inside each node of the type.
     bool hasContentsSection();
+
+    /// Host's side: the type comes from this file, which may be a newer state of the one it came from. Label, icon and
+    /// numbers of inputs become those of the definition.
+    virtual void setOTLLibrary(const std::shared_ptr<OP_OTLLibrary>& library, int definition);
 
     /// "namespace::Table/name::version"; the bare name as long as no table has the operator.
     void getTableAndName(UT_String& text) const;
     /// The table that has the operator; null until addOperator() accepted it.
     OP_OperatorTable* getTable() const { return myTable; }
 
-    /// The templates given at construction, up to the terminator; never null.
-    PRM_Template* getParmTemplates() const { return myTemplates; }
+    /// The templates given at construction, up to the terminator; never null. Those of types from asset files are read
+    /// when they are asked for.
+    virtual PRM_Template* getParmTemplates() const { return myTemplates; }
     CH_LocalVariable* getVariables() const { return myVariables; }
     /// The label given for an input; null when there is none.
     const char* inputLabel(unsigned idx) const;
@@ -128,6 +140,9 @@ private:
     unsigned myMaxOutputs;
     std::vector<std::string> myInputLabels;
     OP_OperatorTable* myTable;
+    std::shared_ptr<OP_OTLLibrary> myOTLLibrary;
+    OP_OTLDefinition myOTLDefinition;
+    std::unique_ptr<FS_IndexFile> myOTLIndexFile;
 };
 
 #endif

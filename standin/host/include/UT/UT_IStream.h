@@ -52,6 +52,7 @@ protected:
 
 private:
     friend class UT_IGZStream;
+    friend bool UTreadLimited(UT_IStream& stream, std::string& bytes, exint most);
 
     UT_IStream(const UT_IStream&);
     UT_IStream& operator=(const UT_IStream&);

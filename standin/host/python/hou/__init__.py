@@ -4,7 +4,7 @@ Look-ups give None when they find nothing; operations that cannot be done raise 
 with a sentence that says why. Indices count from 0.
 """
 
-from . import undos
+from . import hda, undos
 from ._enums import (EnumValue, exprLanguage, fileType, folderType, menuType, nodeFlag, parmCondType, parmData,
                      parmLook, parmNamingScheme, parmTemplateType, rampBasis, rampParmType, scriptLanguage,
                      stringParmType)
@@ -23,3 +23,4 @@ from ._templates import (ButtonParmTemplate, FloatParmTemplate, FolderParmTempla
 from ._types import (NodeType, NodeTypeCategory, nodeType, nodeTypeCategories, objNodeTypeCategory,
                      shopNodeTypeCategory, vopNodeTypeCategory)
 from ._vector import Vector2
+from .hda import HDADefinition, HDASection

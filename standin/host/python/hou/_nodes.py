@@ -128,6 +128,30 @@ class Node:
         """Deletes the node and what is in it. The root and the managers raise hou.OperationFailed."""
         _hou.destroy_node(self._id)
 
+    def createDigitalAsset(self, name=None, hda_file_name=None, description=None, min_num_inputs=0, max_num_inputs=0,
+                           compress_contents=True, comment=None, version=None, save_as_embedded=False,
+                           ignore_external_references=False, change_node_type=True, create_backup=True):
+        """Makes a type of this subnet, writes it into an asset file and gives the node of the new type that takes the
+        place of the subnet, with its name, wires and values; this one is gone then.
+
+        The spare parameters of the subnet become those of the type. An input that is connected is one of the type even
+        beyond `max_num_inputs`. A definition of that name in the file is replaced. The arguments behind it are taken
+        for the scripts that give them: contents are always compressed, and the node always changes.
+        Raises hou.OperationFailed, with the reason, when it cannot be done.
+        """
+        for value, argument in ((name, "name"), (hda_file_name, "hda_file_name"), (description, "description")):
+            if value is not None:
+                _check.text(value, argument)
+        name = self.name() if name is None else name
+        file = name.replace("::", "--") + ".hda" if hda_file_name is None else hda_file_name
+        return _wrap(_hou.create_asset(self._id, name, file, description or "",
+                                       _check.index(min_num_inputs, "min_num_inputs"),
+                                       _check.index(max_num_inputs, "max_num_inputs")))
+
+    def canCreateDigitalAsset(self):
+        """True for subnets."""
+        return _hou.can_create_asset(self._id)
+
     def isInsideLockedHDA(self):
         _hou.node_name(self._id)
         return False

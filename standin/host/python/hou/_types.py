@@ -88,6 +88,12 @@ class NodeType:
         """The parameters as a tree of folders."""
         return _template_group.group(_hou.type_templates(self._category._table, self._name))
 
+    def definition(self):
+        """The hou.HDADefinition that the type comes from; None for types that come from no asset file."""
+        from .hda import HDADefinition
+        path = _hou.library_of_type(self._category._table, self._name)
+        return None if path is None else HDADefinition(path, self._category._table, self._name)
+
     def __eq__(self, other):
         return isinstance(other, NodeType) and (self._category, self._name) == (other._category, other._name)
 

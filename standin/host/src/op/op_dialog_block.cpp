@@ -85,7 +85,8 @@ std::vector<DialogLine> readDialogLines(const std::string& text, std::string& wh
     for (const Line& line : readLines(withoutRemarks(text), why))
     {
         const auto brace = std::find_if(line.begin(), line.end(), isBrace);
-        const bool closes = std::any_of(line.begin(), line.end(), [](const Word& word) { return word.is("}"); });
+        const bool closes =
+            std::any_of(line.begin(), line.end(), [](const Word& word) { return word.is("}"); });
         if (brace != line.begin() && (brace == line.end() || closes))
         {
             // All on one line: the braces hold a list of words.

@@ -15,7 +15,7 @@ namespace standin
 /// One line, with what stands between the braces behind it.
 struct DialogLine
 {
-    Line words;                     ///< before the '{'; of braces that end on the same line, what is between them too
+    Line words; ///< before the '{'; of braces that end on the same line, what is between them too
     std::vector<DialogLine> inside; ///< the lines of the block; empty when there is none
 
     bool is(const char* key) const { return !words.empty() && words[0].is(key); }

@@ -27,13 +27,9 @@ struct DialogKind
 {
     const char* word;
     const PRM_Type* type;
-    bool takesMenu; ///< with a menu a number is written as "ordinal"
 };
 const DialogKind* findDialogKind(const std::string& word);
 const DialogKind* findDialogKind(const PRM_Type& type);
-
-/// "{ [ "text" ] }" is an expression; this is what stands between the braces of a default or of a menu made by a script.
-constexpr const char* python_word = "python";
 
 } // namespace standin
 

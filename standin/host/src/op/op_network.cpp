@@ -2,6 +2,7 @@
 
 #include "op_names.h"
 #include "op_node_state.h"
+#include "op_otl_instance.h"
 
 #include <OP/OP_OperatorTable.h>
 #include <standin/host.h>
@@ -114,13 +115,17 @@ bool OP_Network::allowsOperator(OP_Operator* op)
 
 // --- making and ending children ---------------------------------------------------------------------------------
 
-OP_Node* OP_Network::createNode(const char* type, const char* name, int notify, int explicitly, int,
-                                int* aliasedScriptedOp, char*, bool)
+OP_Node* OP_Network::createNode(const char* type, const char* name, int notify, int explicitly,
+                                int loadcontents, int* aliasedScriptedOp, char*, bool)
 {
     if (aliasedScriptedOp)
         *aliasedScriptedOp = 0;
     OP_Operator* op = myTable ? myTable->getOperator(type) : nullptr;
-    return op && allowsOperator(op) ? makeChild(op, name, notify, explicitly) : nullptr;
+    OP_Node* node = op && allowsOperator(op) ? makeChild(op, name, notify, explicitly) : nullptr;
+    const int id = node ? node->getUniqueId() : 0;
+    if (node && loadcontents)
+        standin::loadAssetContents(*node);
+    return lookupNode(id);
 }
 
 OP_Node* OP_Network::createNodeOfExactType(const char* type, const char* name)

@@ -1,8 +1,10 @@
 #include <OP/OP_Operator.h>
 
 #include "op_names.h"
+#include "op_otl_index.h"
 
 #include <OP/OP_Node.h>
+#include <OP/OP_OTLLibrary.h>
 #include <OP/OP_OperatorTable.h>
 
 namespace
@@ -65,26 +67,45 @@ OP_SpecificData* OP_Operator::getOpSpecificData() { return nullptr; }
 const OP_SpecificData* OP_Operator::getOpSpecificData() const { return nullptr; }
 unsigned OP_Operator::maxOutputs() { return myMaxOutputs; }
 
-OP_OTLLibrary* OP_Operator::getOTLLibrary() { return nullptr; }
-FS_IndexFile* OP_Operator::getOTLIndexFile() { return nullptr; }
-bool OP_Operator::hasContentsSection() { return false; }
+// --- asset files ------------------------------------------------------------------------------------------------
+
+OP_OTLLibrary* OP_Operator::getOTLLibrary() { return myOTLLibrary.get(); }
+
+FS_IndexFile* OP_Operator::getOTLIndexFile()
+{
+    if (myOTLIndexFile || !myOTLLibrary)
+        return myOTLIndexFile.get();
+    const std::string section = myOTLDefinition.sectionName();
+    const std::unique_ptr<FS_Reader> reader(myOTLLibrary->getSectionReader(section.c_str()));
+    if (reader)
+        myOTLIndexFile.reset(
+            new FS_IndexFile(reader.get(), (myOTLLibrary->filePath() + "?" + section).c_str()));
+    return myOTLIndexFile.get();
+}
+
+bool OP_Operator::hasContentsSection()
+{
+    const FS_IndexFile* index = getOTLIndexFile();
+    return index && (index->hasSection("Contents.gz") || index->hasSection("Contents"));
+}
+
+void OP_Operator::setOTLLibrary(const std::shared_ptr<OP_OTLLibrary>& library, int definition)
+{
+    myOTLLibrary = library;
+    myOTLDefinition = library->getDefinition(definition);
+    myOTLIndexFile.reset();
+    myEnglish = myOTLDefinition.getLabel();
+    myIcon = myOTLDefinition.getIcon();
+    myMinSources = myOTLDefinition.getMinInputs();
+    myMaxSources = myOTLDefinition.getMaxInputs();
+}
+
+// --- names ------------------------------------------------------------------------------------------------------
 
 void OP_Operator::getTableAndName(UT_String& text) const
 {
-    if (!myTable)
-    {
-        text.harden(myName.nonNullBuffer());
-        return;
-    }
-    const standin::OperatorName name = standin::splitOperatorName(textOf(myName));
-    std::string full;
-    for (const std::string& part : {name.scope, name.nameSpace})
-        if (!part.empty())
-            full += part + "::";
-    full += textOf(myTable->getName()) + "/" + name.name;
-    if (!name.version.empty())
-        full += "::" + name.version;
-    text.harden(full.c_str());
+    const std::string name = textOf(myName);
+    text.harden((myTable ? standin::tableAndName(textOf(myTable->getName()), name) : name).c_str());
 }
 
 const char* OP_Operator::inputLabel(unsigned idx) const

@@ -269,7 +269,8 @@ std::vector<OP_OTLDefinition> readDefinitionText(const std::string& text, std::s
         const std::string key = trimmed(line.substr(0, colon));
         if (colon == std::string::npos || (records.empty() && key != "Operator"))
         {
-            why = "line " + std::to_string(lineNumber) + " of its list of types is not of the form "
+            why = "line " + std::to_string(lineNumber) +
+                  " of its list of types is not of the form "
                   "\"Key: value\", or stands before the first \"Operator:\".";
             break;
         }

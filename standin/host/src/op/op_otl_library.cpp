@@ -5,9 +5,6 @@
 namespace
 {
 
-/// Where an expanded asset keeps the list of its types, in text form.
-
-
 std::string textOf(const UT_WorkBuffer& buffer)
 {
     return std::string(buffer.buffer(), static_cast<std::size_t>(buffer.length()));
@@ -22,19 +19,13 @@ OP_OTLLibrary::OP_OTLLibrary(const char* source)
         return;
     UT_WorkBuffer bytes;
     std::string why;
-    const bool hasIndex = hasSection(standin::index_section);
-    if (hasIndex && isExpanded() && readSection(standin::index_section, bytes))
-        myDefinitions = standin::readDefinitionText(textOf(bytes), why);
-    else if (hasIndex)
-    {
-        // What is cut off is read up to the break.
-        readSection(standin::index_section, bytes);
-        myDefinitions = standin::readDefinitions(textOf(bytes), why);
-    }
-    else if (isExpanded() && readSection(expanded_index_section, bytes))
-        myDefinitions = standin::readDefinitionText(textOf(bytes), why);
-    else
+    if (!hasSection(standin::index_section))
         why = "it has no section \"INDEX_SECTION\" that lists its types.";
+    else if (!readSection(standin::index_section, bytes))
+        why = "its list of types cannot be read.";
+    else
+        myDefinitions = isExpanded() ? standin::readDefinitionText(textOf(bytes), why)
+                                     : standin::readDefinitions(textOf(bytes), why);
     if (!why.empty())
         myDefinitionProblem = "\"" + filePath() + "\" is damaged: " + why + " Get an undamaged copy of it.";
 }

@@ -43,6 +43,7 @@ py::module_ makeHouModule()
     bindMultiParms(module);
     bindSpareParms(module);
     bindUndos(module);
+    bindAssets(module);
     return module;
 }
 

@@ -32,6 +32,7 @@ void bindParms(pybind11::module_& module);
 void bindMultiParms(pybind11::module_& module);
 void bindSpareParms(pybind11::module_& module);
 void bindUndos(pybind11::module_& module);
+void bindAssets(pybind11::module_& module);
 
 /// An exception of the `hou` package on its way to Python.
 class HouError : public std::runtime_error

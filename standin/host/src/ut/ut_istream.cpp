@@ -1,5 +1,7 @@
 #include <UT/UT_IStream.h>
 
+#include "ut/ut_readlimited.h"
+
 #include <UT/UT_IGZStream.h>
 
 #include <cstring>
@@ -125,3 +127,13 @@ bool UT_IStream::checkToken(const char* token)
 }
 
 UT_IStream* UT_IStream::getGzipStream() { return new UT_IGZStream(*this); }
+
+bool UTreadLimited(UT_IStream& stream, std::string& bytes, exint most)
+{
+    while (static_cast<exint>(bytes.size()) <= most && stream.fill())
+    {
+        bytes.append(stream.m_next, stream.m_end);
+        stream.m_next = stream.m_end;
+    }
+    return !stream.m_failed && static_cast<exint>(bytes.size()) <= most;
+}

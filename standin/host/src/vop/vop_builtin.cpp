@@ -1,5 +1,6 @@
 #include "vop_builtin.h"
 
+#include "../op/op_otl_types.h"
 #include "../standin/builtin_types.h"
 
 #include <VOP/VOP_Node.h>
@@ -116,7 +117,34 @@ class SubnetVop : public HostVop
 public:
     using HostVop::HostVop;
 
-    unsigned getNumVisibleOutputs() const override { return end() ? end()->nInputs() : 0; }
+    unsigned getNumVisibleInputs() const override
+    {
+        const Connectors* inputs = declaredInputs();
+        return inputs ? std::min(static_cast<unsigned>(inputs->size()), maxInputs())
+                      : HostVop::getNumVisibleInputs();
+    }
+
+    unsigned getNumVisibleOutputs() const override
+    {
+        if (const Connectors* outputs = declaredOutputs())
+            return static_cast<unsigned>(outputs->size());
+        return end() ? end()->nInputs() : 0;
+    }
+
+    const char* inputLabel(unsigned idx) const override
+    {
+        const DialogConnector* declared = at(declaredInputs(), static_cast<int>(idx));
+        return declared ? declared->label.c_str() : HostVop::inputLabel(idx);
+    }
+
+    const char* outputLabel(unsigned idx) const override
+    {
+        const DialogConnector* declared = at(declaredOutputs(), static_cast<int>(idx));
+        return declared ? declared->label.c_str() : HostVop::outputLabel(idx);
+    }
+
+    /// How many outputs the node inside has that stands for the inputs.
+    unsigned numPassedIn() const { return declaredInputs() ? getNumVisibleInputs() : nInputs(); }
 
     /// The node whose inputs are this subnet's outputs; null when it was deleted.
     SubOutputVop* end() const
@@ -131,6 +159,8 @@ public:
     {
         if (!HostVop::runCreateScript())
             return false;
+        if (assetScriptOf(getOperator()))
+            return true; // its contents came with it
         for (const char* type : {"subinput", "suboutput"})
             if (OP_Node* child = createNodeUnfiltered(type))
                 child->moveToGoodPosition();
@@ -147,12 +177,70 @@ public:
     }
 
 protected:
+    VOP_Type getInputTypeSubclass(int idx) override
+    {
+        const DialogConnector* declared = typedAt(declaredInputs(), idx);
+        return declared ? declared->type : HostVop::getInputTypeSubclass(idx);
+    }
+
+    void getAllowedInputTypesSubclass(unsigned idx, VOP_VopTypeArray& types) override
+    {
+        if (!typedAt(declaredInputs(), static_cast<int>(idx)))
+            HostVop::getAllowedInputTypesSubclass(idx, types);
+    }
+
+    void getInputNameSubclass(UT_String& in, int idx) const override
+    {
+        if (const DialogConnector* declared = at(declaredInputs(), idx))
+            in.harden(declared->name.c_str());
+        else
+            HostVop::getInputNameSubclass(in, idx);
+    }
+
+    void getOutputNameSubclass(UT_String& out, int idx) const override
+    {
+        if (const DialogConnector* declared = at(declaredOutputs(), idx))
+            out.harden(declared->name.c_str());
+        else
+            HostVop::getOutputNameSubclass(out, idx);
+    }
+
     VOP_Type getOutputTypeSubclass(int idx) override
     {
+        if (const DialogConnector* declared = typedAt(declaredOutputs(), idx))
+            return declared->type;
         return end() ? end()->getInputType(idx) : VOP_TYPE_UNDEF;
     }
 
 private:
+    typedef std::vector<DialogConnector> Connectors;
+
+    /// Null for a subnet that is no asset, and for an asset that tells nothing of its connectors.
+    const Connectors* declaredInputs() const
+    {
+        const DialogScript* script = assetScriptOf(getOperator());
+        return script && !script->inputs.empty() ? &script->inputs : nullptr;
+    }
+
+    const Connectors* declaredOutputs() const
+    {
+        const DialogScript* script = assetScriptOf(getOperator());
+        return script && !script->outputs.empty() ? &script->outputs : nullptr;
+    }
+
+    static const DialogConnector* at(const Connectors* declared, int idx)
+    {
+        const bool there = declared && idx >= 0 && idx < static_cast<int>(declared->size());
+        return there ? &(*declared)[static_cast<std::size_t>(idx)] : nullptr;
+    }
+
+    /// The same, but null as well when the type was left open.
+    static const DialogConnector* typedAt(const Connectors* declared, int idx)
+    {
+        const DialogConnector* connector = at(declared, idx);
+        return connector && connector->type != VOP_TYPE_UNDEF ? connector : nullptr;
+    }
+
     void redrawChildren()
     {
         std::vector<int> ids;
@@ -170,7 +258,11 @@ class SubInputVop : public HostVop
 public:
     using HostVop::HostVop;
 
-    unsigned getNumVisibleOutputs() const override { return getParent() ? getParent()->nInputs() : 0; }
+    unsigned getNumVisibleOutputs() const override
+    {
+        const auto* subnet = dynamic_cast<const SubnetVop*>(getParent());
+        return subnet ? subnet->numPassedIn() : getParent() ? getParent()->nInputs() : 0;
+    }
 
 protected:
     void getOutputNameSubclass(UT_String& out, int idx) const override
@@ -229,6 +321,11 @@ bool passesOn(const VopSource& source, VopSource& from)
     else
         return false;
     return true;
+}
+
+OP_Node* makeSubnetVop(OP_Network* net, const char* name, OP_Operator* op)
+{
+    return new SubnetVop(net, name, op);
 }
 
 void addVopTypes(OP_OperatorTable& table)

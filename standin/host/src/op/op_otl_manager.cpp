@@ -1,0 +1,200 @@
+#include "op_otl_manager.h"
+
+#include "op_otl_types.h"
+
+#include <OP/OP_Director.h>
+#include <OP/OP_OperatorTable.h>
+#include <standin/host.h>
+
+#include <algorithm>
+#include <filesystem>
+
+namespace standin
+{
+
+namespace
+{
+
+struct Installed
+{
+    std::string path;
+    std::shared_ptr<OP_OTLLibrary> library;
+};
+
+// Never destroyed: operators keep their libraries for as long as the process lives.
+std::vector<Installed>& installed()
+{
+    static auto* all = new std::vector<Installed>;
+    return *all;
+}
+
+std::vector<Installed>::iterator findInstalled(const std::string& path)
+{
+    return std::find_if(installed().begin(), installed().end(),
+                        [&](const Installed& one) { return one.path == path; });
+}
+
+/// The operators that come from a file.
+std::vector<OP_Operator*> operatorsFrom(const std::string& path)
+{
+    std::vector<OP_Operator*> found;
+    for (const OP_OperatorTable* table : operatorTables())
+        for (OP_Operator* op : operatorsOf(*table))
+            if (op->getOTLLibrary() && op->getOTLLibrary()->filePath() == path)
+                found.push_back(op);
+    return found;
+}
+
+/// Some node of one of these types; null when there is none.
+OP_Node* findNodeOf(const std::vector<OP_Operator*>& operators)
+{
+    std::vector<OP_Network*> networks{OPgetDirector()};
+    while (!networks.empty())
+    {
+        const OP_Network* network = networks.back();
+        networks.pop_back();
+        for (int i = 0; i < network->getNchildren(); ++i)
+        {
+            OP_Node* child = network->getChild(i);
+            if (std::count(operators.begin(), operators.end(), child->getOperator()))
+                return child;
+            if (OP_Network* inside = child->castToOPNetwork())
+                networks.push_back(inside);
+        }
+    }
+    return nullptr;
+}
+
+void remove(OP_Operator* op)
+{
+    if (OP_OperatorTable* table = op->getTable())
+        table->removeOperator(op);
+}
+
+std::string quoted(const std::string& text) { return "\"" + text + "\""; }
+
+std::string takenSentence(OP_Operator& held, const std::string& table, const std::string& path)
+{
+    const std::string plugin = pluginOf(held);
+    const std::string owner = held.getOTLLibrary() ? quoted(held.getOTLLibrary()->filePath())
+                              : plugin.empty()     ? "the host itself"
+                                                   : quoted(plugin);
+    return "The " + table + " type " + quoted(held.getName().toStdString()) + " of " + quoted(path) +
+           " is left out: " + owner +
+           " has a type of that name already. Rename one of the two, or uninstall the other file.";
+}
+
+/// Makes one type, or brings it up to date.
+void install(const std::shared_ptr<OP_OTLLibrary>& library, int index)
+{
+    const OP_OTLDefinition& definition = library->getDefinition(index);
+    const std::string tableName = definition.getTable().toStdString();
+    if (definition.isEmpty() || !definition.getName().isstring() || !canMakeAssets(tableName))
+        return;
+    OP_OperatorTable* table = OP_Network::getOperatorTable(tableName.c_str());
+    OP_Operator* held = table->getOperator(definition.getName());
+    if (!held)
+        table->addOperator(makeAssetOperator(library, index));
+    else if (held->getOTLLibrary() && held->getOTLLibrary()->filePath() == library->filePath())
+        held->setOTLLibrary(library, index);
+    else
+        report(Severity::Error, takenSentence(*held, tableName, library->filePath()));
+}
+
+/// Types that the file had when it was installed before, and has no more, go unless there are nodes of them.
+void removeVanished(const OP_OTLLibrary& library)
+{
+    for (OP_Operator* op : operatorsFrom(library.filePath()))
+        if (library.findDefinition(op->getTable()->getName(), op->getName()) < 0 && !findNodeOf({op}))
+            remove(op);
+}
+
+} // namespace
+
+std::string libraryPath(const std::string& path)
+{
+    std::error_code error;
+    const std::filesystem::path absolute = std::filesystem::absolute(path, error);
+    std::string text = (error ? std::filesystem::path(path) : absolute).lexically_normal().string();
+    while (text.size() > 1 && text.back() == '/')
+        text.pop_back();
+    return text;
+}
+
+std::shared_ptr<OP_OTLLibrary> openLibrary(const std::string& path, std::string& why)
+{
+    if (path.empty())
+    {
+        why = "An asset file needs a name.";
+        return nullptr;
+    }
+    auto library = std::make_shared<OP_OTLLibrary>(libraryPath(path).c_str());
+    why = library->problem();
+    const bool usable = library->isGood() && library->getNumDefinitions() > 0;
+    if (why.empty())
+        why = library->definitionProblem();
+    if (!usable)
+        return nullptr;
+    if (!why.empty())
+        report(Severity::Warning, why);
+    why.clear();
+    return library;
+}
+
+bool installLibrary(const std::string& path, std::string& why)
+{
+    OPgetDirector(); // plug-ins have their types first
+    const std::shared_ptr<OP_OTLLibrary> library = openLibrary(path, why);
+    if (!library)
+        return false;
+    const auto held = findInstalled(library->filePath());
+    const bool isNew = held == installed().end();
+    if (isNew)
+        installed().push_back({library->filePath(), library});
+    else
+        held->library = library;
+    for (int i = 0; i < library->getNumDefinitions(); ++i)
+        install(library, i);
+    if (!isNew)
+        removeVanished(*library);
+    return true;
+}
+
+bool uninstallLibrary(const std::string& path, std::string& why)
+{
+    const std::string full = libraryPath(path);
+    const auto held = findInstalled(full);
+    if (held == installed().end())
+    {
+        why = quoted(full) + " is not installed.";
+        return false;
+    }
+    const std::vector<OP_Operator*> operators = operatorsFrom(full);
+    if (const OP_Node* node = findNodeOf(operators))
+    {
+        why = quoted(full) + " stays installed: " + node->getFullPath().toStdString() +
+              " is a node of its type " + quoted(node->getOperator()->getName().toStdString()) +
+              ". Delete the nodes of its types first.";
+        return false;
+    }
+    for (OP_Operator* op : operators)
+        remove(op);
+    installed().erase(held);
+    return true;
+}
+
+std::vector<std::string> installedLibraries()
+{
+    std::vector<std::string> paths;
+    for (const Installed& one : installed())
+        paths.push_back(one.path);
+    return paths;
+}
+
+std::shared_ptr<OP_OTLLibrary> installedLibrary(const std::string& path)
+{
+    const auto held = findInstalled(libraryPath(path));
+    return held == installed().end() ? nullptr : held->library;
+}
+
+} // namespace standin
