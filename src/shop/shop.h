@@ -27,8 +27,8 @@ namespace shop
 class OP_KorvanMaterialOperatorFilter : public OP_OperatorFilter
 {
 public:
-    /// True for the plug-in's own types and for the host's "subnet" and "null". Digital assets are refused
-    /// for now.
+    /// True for the plug-in's own types, for the host's "subnet" and "null", and for digital assets that are made of
+    /// Korvan nodes and do not belong to the host itself. Reads the asset's contents each time. A failure refuses.
     bool allowOperatorAsChild(OP_Operator* op) override;
 };
 
@@ -43,6 +43,9 @@ public:
 
     /// The container has no parameters of its own.
     static PRM_Template myTemplateList[];
+
+    /// Runs the host's own script, then makes a material output. False when either fails.
+    bool runCreateScript() override;
 
     const char* getChildType() const override;
     OP_OpTypeId getChildTypeID() const override;

@@ -3,6 +3,7 @@
 #include "shader_desc.h"
 #include "utils.h"
 #include "utils_host_memory.h"
+#include "utils_nodes.h"
 #include "utils_renderer.h"
 
 #include <OP/OP_OperatorTable.h>
@@ -19,9 +20,6 @@ namespace shop
 
 namespace
 {
-
-const char* const help_page = "https://docs.korvan.example/houdini/Shaders";
-const char* const network_mask = "korvan_vopnet";
 
 /// The renderer's message categories that a start-up shows.
 const int startup_console_flags = 0xE47;
@@ -105,7 +103,7 @@ void registerShaders(OP_OperatorTable* table)
 bool VOP_KorvanOperator::getOpHelpURL(UT_String& url)
 {
     const bool ownPage = shaderDesc && !shaderDesc->helpUrl.empty();
-    url.harden(ownPage ? shaderDesc->helpUrl.c_str() : help_page);
+    url.harden((ownPage ? shaderDesc->helpUrl : std::string(help_root) + "Shaders").c_str());
     return true;
 }
 

@@ -5,6 +5,7 @@
 #include <VOP/VOP_Node.h>
 #include <VOP/VOP_Operator.h>
 
+#include <memory>
 #include <string>
 #include <vector>
 
@@ -84,6 +85,8 @@ private:
     /// parameters, array elements, the image shader's file, and a camera shader that no camera uses.
     void handleParmChanged(int parmIndex);
     std::vector<std::string> updateTargets() const;
+
+    std::shared_ptr<char> m_life; ///< ends with the node, which an event that is under way can ask for
 };
 
 } // namespace shop

@@ -1,10 +1,9 @@
 #include "vop_shaders.h"
 
 #include "shader_desc.h"
+#include "utils_nodes.h"
 
 #include <PRM/PRM_Parm.h>
-
-#include <cstdint>
 
 namespace zelk
 {
@@ -17,9 +16,6 @@ namespace
 /// A node with more inputs than this shows only the connected ones, unless its shader asks otherwise.
 const unsigned most_inputs_in_full_detail = 4;
 
-/// Parameter index that the host sends with a parameter event.
-int parmIndexOf(void* data) { return static_cast<int>(reinterpret_cast<std::intptr_t>(data)); }
-
 } // namespace
 
 OP_Node* VOP_KorvanShader::myConstructor(OP_Network* net, const char* name, OP_Operator* op)
@@ -28,7 +24,7 @@ OP_Node* VOP_KorvanShader::myConstructor(OP_Network* net, const char* name, OP_O
 }
 
 VOP_KorvanShader::VOP_KorvanShader(OP_Network* net, const char* name, OP_Operator* op)
-    : VOP_Node(net, name, op)
+    : VOP_Node(net, name, op), m_life(std::make_shared<char>())
 {
     addOpInterest(this, nodeEventHandler);
 }
@@ -122,14 +118,10 @@ bool VOP_KorvanShader::updateParmFlags(int i)
 
 bool VOP_KorvanShader::runCreateScript()
 {
-    const fpreal before = getH();
-    if (const int detail = desc().lod())
-        setExtraFlag(static_cast<char>(detail), 1);
-    else if (getNumVisibleInputs() > most_inputs_in_full_detail)
-        setExtraFlag(VOP_OPT_MEDIUM_FLAG, 1);
-
-    const fpreal y = getY(), after = getH(), x = getX();
-    setXYWithBoundsChecks(x, y - 0.5 * (before - after));
+    int detail = desc().lod();
+    if (!detail && getNumVisibleInputs() > most_inputs_in_full_detail)
+        detail = VOP_OPT_MEDIUM_FLAG;
+    showDetailAroundMiddle(*this, static_cast<char>(detail));
     return VOP_Node::runCreateScript();
 }
 

@@ -1,6 +1,7 @@
 #include "vop_shaders.h"
 
 #include "shader_desc.h"
+#include "utils_nodes.h"
 #include "utils_publish.h"
 
 #include <CH/CH_Manager.h>
@@ -26,13 +27,6 @@ const char* const camera_shader_parm = "kv_camera_shader";
 
 /// Value of a type that is not published.
 const char* const unhandled = "<unhandled>";
-
-std::string pathOf(const OP_Node& node)
-{
-    UT_String path;
-    node.getFullPath(path);
-    return path.buffer();
-}
 
 /// One parameter of a node, evaluated at the time at which the calling thread evaluates.
 struct Evaluation
@@ -150,7 +144,7 @@ std::vector<std::string> camerasOf(const std::string& shaderPath)
     std::vector<std::string> paths;
     for (int i = 0; i < static_cast<int>(cameras.entries()); ++i)
         if (looksThrough(*cameras(i), shaderPath))
-            paths.push_back(pathOf(*cameras(i)));
+            paths.push_back(fullPathOf(*cameras(i)));
     return paths;
 }
 
@@ -159,15 +153,18 @@ std::vector<std::string> camerasOf(const std::string& shaderPath)
 /// Whom an edit is addressed to: the node itself, or the cameras that look through it when it is wired.
 std::vector<std::string> VOP_KorvanShader::updateTargets() const
 {
-    const std::string path = pathOf(*this);
     if (desc().nodeType != KR_NODE_CAMERA)
-        return {path};
-    return nOutputs(-1) ? camerasOf(path) : std::vector<std::string>();
+        return std::vector<std::string>(1, fullPathOf(*this));
+    return nOutputs(-1) ? camerasOf(fullPathOf(*this)) : std::vector<std::string>();
 }
 
 void VOP_KorvanShader::handleParmChanged(int parmIndex)
 {
+    // Whoever hears of the redraw may delete this node.
+    const std::weak_ptr<char> life = m_life;
     triggerUIChanged(OP_UICHANGE_ANY);
+    if (life.expired())
+        return;
     if (parmIndex < 0 || parmIndex >= getNumParms())
         return;
     const ParmDesc* parm = desc().parmDesc(getParm(parmIndex).getToken());

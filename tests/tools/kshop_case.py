@@ -16,6 +16,10 @@ GOLDEN = pathlib.Path(__file__).parents[1] / "golden"
 FOREIGN = ("HOUDINI_PATH", "HOUDINI_DSO_PATH", "KORVAN_PLUGIN_PATH", "KORVAN_CATALOGUE", "ZELK_STARTUP_LOG", "HH",
            "ZELK_IPR_ENDPOINT", "ZELK_IPR_KEYS", "PYTHONPATH", "LANG", "LANGUAGE", "NO_COLOR")
 
+# The types that no shader makes, in table order around those that shaders make.
+OUTPUTS = ["korvan_material", "korvan_environment", "korvan_light", "korvan_camera"]
+UTILITIES = ["korvan::fetch", "korvan::ramp_float", "korvan::ramp_rgb"]
+
 
 class KshopCase(unittest.TestCase):
     maxDiff = None

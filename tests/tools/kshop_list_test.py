@@ -4,7 +4,7 @@ import json
 import re
 import unittest
 
-from kshop_case import KshopCase
+from kshop_case import OUTPUTS, UTILITIES, KshopCase
 
 
 def node(name, **more):
@@ -22,8 +22,10 @@ class List(KshopCase):
     def test_shows_at_least_twenty_shaders_and_the_container(self):
         listed = self.json_of("list")
         names = [o["name"] for o in listed["tables"]["Vop"]]
-        self.assertGreaterEqual(len(names), 22)
-        self.assertTrue(all(name.startswith("korvan::") for name in names), names)
+        self.assertGreaterEqual(len(names), 22 + len(OUTPUTS + UTILITIES))
+        self.assertEqual(names[:4], OUTPUTS)
+        self.assertEqual(names[-3:], UTILITIES)
+        self.assertTrue(all(name.startswith("korvan::") for name in names[4:]), names)
         self.assertEqual([o["name"] for o in listed["tables"]["Shop"]], ["korvan_vopnet"])
 
     def test_counts_the_connectors_that_describe_shows(self):
@@ -53,10 +55,16 @@ class List(KshopCase):
         self.assertTrue(any("neither a shader nor a camera" in reason for reason in reasons.values()))
         self.assertNotIn("twin", reasons)
 
+    def test_tells_that_a_hand_written_type_stands_for_a_shader(self):
+        reasons, complaints = self.reasons(node("ramp_rgb"))
+        self.assertEqual(reasons["ramp_rgb"], "its type korvan::ramp_rgb is hand-written; set houdini.skip on the shader")
+        self.assertIn("[vop_utility] Ignoring the renderer's shader korvan::ramp_rgb", complaints)
+
     def test_accounts_for_every_entry_of_the_renderer_once(self):
         nodes = [node(f"zelk__n{i}") for i in range(5)] + [node("zelk__b", kind="camera", builtin=True)]
         listed = self.json_of("list", "--why", KORVAN_CATALOGUE=self.catalogue(*nodes))
-        registered = {o["name"].replace("korvan::", "zelk__") for o in listed["tables"]["Vop"]}
+        registered = {o["name"].replace("korvan::", "zelk__") for o in listed["tables"]["Vop"]
+                      if o["name"] not in UTILITIES}
         unregistered = [entry["name"] for entry in listed["unregistered"]]
         self.assertEqual(len(unregistered), len(set(unregistered)))
         self.assertEqual(registered & set(unregistered), set())

@@ -62,6 +62,26 @@ TEST(Container, TakesOurNodesAndTheHostsPlainOnesOnly)
     EXPECT_EQ(net.createNode("subinput"), nullptr);
 }
 
+TEST(Container, StartsWithAPlacedMaterialOutput)
+{
+    StandinSession session;
+    session.registerAll();
+    OP_Network& net = session.container();
+    EXPECT_EQ(net.getNchildren(), 0) << "until its creation script runs, which loading a scene never does";
+    ASSERT_TRUE(net.runCreateScript());
+
+    ASSERT_EQ(net.getNchildren(), 1);
+    EXPECT_STREQ(net.getChild(0)->getOperator()->getName(), "korvan_material");
+    EXPECT_STREQ(net.getChild(0)->getName(), "OUT_material");
+}
+
+TEST(Container, IsNotMadeWithoutItsMaterialOutput)
+{
+    StandinSession session;
+    newShopOperator(OP_Network::getOperatorTable("Shop"));
+    EXPECT_FALSE(session.container().runCreateScript()) << "the type is not there";
+}
+
 TEST(Container, TakesThePlainNodesByTheirExactNames)
 {
     StandinSession session;
@@ -88,6 +108,10 @@ TEST(Container, OffersItsNodesInTheTabMenuAndNobodyElseDoes)
         inside.push_back(entry.subMenu + "/" + entry.name);
     for (const standin::TabEntry& entry : standin::tabMenu(*OPgetDirector()->getManager("vex")))
         outside.push_back(entry.name);
-    EXPECT_THAT(inside, ::testing::UnorderedElementsAre("Texture/korvan::noise", "/subnet", "/null"));
-    EXPECT_THAT(outside, ::testing::Not(::testing::Contains("korvan::noise")));
+    EXPECT_THAT(inside, ::testing::UnorderedElementsAre("Texture/korvan::noise", "/subnet", "/null",
+                                                        "Output/korvan_material", "Output/korvan_environment",
+                                                        "Output/korvan_light", "Output/korvan_camera",
+                                                        "Utility/korvan::fetch", "Texture/korvan::ramp_float",
+                                                        "Texture/korvan::ramp_rgb"));
+    EXPECT_THAT(outside, ::testing::Not(::testing::Contains(::testing::StartsWith("korvan"))));
 }

@@ -9,15 +9,12 @@ using namespace zelk::shop;
 namespace
 {
 
-Names vopNames()
+Names shaderTypes()
 {
     Names names;
-    for (const OP_Operator* op : standin::operatorsOf(*OP_Network::getOperatorTable("Vop")))
-    {
-        const std::string name = op->getName().buffer();
-        if (name.compare(0, 8, "korvan::") == 0)
-            names.push_back(name);
-    }
+    for (OP_Operator* op : standin::operatorsOf(*OP_Network::getOperatorTable("Vop")))
+        if (dynamic_cast<VOP_KorvanOperator*>(op))
+            names.push_back(op->getName().buffer());
     return names;
 }
 
@@ -41,7 +38,7 @@ TEST(Registration, MakesOneOperatorForEachShaderInTheRenderersOrder)
     session.renderer.shader("flat");
     session.registerAll();
 
-    EXPECT_EQ(vopNames(), (Names{"korvan::noise", "korvan::flat"}));
+    EXPECT_EQ(shaderTypes(), (Names{"korvan::noise", "korvan::flat"}));
 }
 
 TEST(Registration, GivesAnOperatorAllThatItsDescriptionSays)
@@ -108,7 +105,7 @@ TEST(Registration, LeavesOutWhatAsksToBeSkippedWhateverItsKind)
     session.renderer.shader("shown").metaData("houdini.skip", false);
     session.registerAll();
 
-    EXPECT_EQ(vopNames(), Names{"korvan::shown"});
+    EXPECT_EQ(shaderTypes(), Names{"korvan::shown"});
 }
 
 TEST(Registration, TakesCamerasOnlyFromPluginsAndPutsThemUnderCamera)
@@ -117,7 +114,7 @@ TEST(Registration, TakesCamerasOnlyFromPluginsAndPutsThemUnderCamera)
     session.renderer.camera("plugin_camera").metaData("houdini.category", "Lens");
     session.registerAll();
 
-    EXPECT_EQ(vopNames(), Names{"korvan::plugin_camera"}) << "the renderer has built-in cameras too";
+    EXPECT_EQ(shaderTypes(), Names{"korvan::plugin_camera"}) << "the renderer has built-in cameras too";
     UT_String path;
     EXPECT_TRUE(session.vop("korvan::plugin_camera")->getOpTabSubMenuPath(path));
     EXPECT_STREQ(path, "Camera");
@@ -130,7 +127,7 @@ TEST(Registration, KeepsTheFirstOfTwoShadersOfOneName)
     session.renderer.shader("noise", KR_TYPE_RGB);
     session.registerAll();
 
-    EXPECT_EQ(vopNames(), Names{"korvan::noise"});
+    EXPECT_EQ(shaderTypes(), Names{"korvan::noise"});
     EXPECT_EQ(session.vop("korvan::noise")->maxOutputs(), 1u);
     const std::vector<standin::Message> complaints = standin::takeMessages();
     ASSERT_EQ(complaints.size(), 1u);
@@ -185,7 +182,7 @@ TEST(Registration, LoadsMetadataInTheOrderOfThePathAfterThePlugins)
     UT_PathSearch::getInstance(UT_HOUDINI_PATH)->rehash();
     session.registerAll();
 
-    ASSERT_EQ(vopNames(), Names{"korvan::on_path"});
+    ASSERT_EQ(shaderTypes(), Names{"korvan::on_path"});
     EXPECT_STREQ(session.vop("korvan::on_path")->getEnglish(), "Second");
     EXPECT_STREQ(session.vop("korvan::on_path")->getIconName(), "I");
 }
@@ -203,7 +200,7 @@ TEST(Registration, LoadsRendererPluginsOfThePathAndThenOfTheVariable)
     ::setenv("KORVAN_PLUGIN_PATH", further.c_str(), 1);
     session.registerAll();
 
-    EXPECT_EQ(vopNames(), (Names{"korvan::on_path", "korvan::by_variable"}));
+    EXPECT_EQ(shaderTypes(), (Names{"korvan::on_path", "korvan::by_variable"}));
 }
 
 TEST(Registration, GoesOnBehindMetadataThatDoesNotLoad)
@@ -213,7 +210,7 @@ TEST(Registration, GoesOnBehindMetadataThatDoesNotLoad)
     session.renderer.shader("noise");
     session.registerAll();
 
-    EXPECT_EQ(vopNames(), Names{"korvan::noise"});
+    EXPECT_EQ(shaderTypes(), Names{"korvan::noise"});
     EXPECT_EQ(session.renderer.takeErrors().size(), 1u);
 }
 

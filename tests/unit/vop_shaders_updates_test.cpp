@@ -1,56 +1,13 @@
-#include "standin_session.h"
+#include "edited_nodes.h"
 
 #include <CH/CH_Manager.h>
 #include <UT/UT_String.h>
-#include <VOP/VOP_Node.h>
-#include <zelk/ipr/observe.h>
-#include <zelk/ipr/reader.h>
+#include <UT/UT_UndoManager.h>
 
-#include <memory>
 #include <ostream>
 
 namespace
 {
-
-/// The records that the publisher is handed.
-class SentRecords
-{
-public:
-    SentRecords()
-    {
-        ::setenv("ZELK_IPR_ENDPOINT", ("ipc://" + (m_folder.path() / "render").string()).c_str(), 1);
-        zelk::ipr::setSendObserver([this](const std::string& text) { m_texts.push_back(text); });
-    }
-    ~SentRecords() { zelk::ipr::setSendObserver({}); }
-
-    std::size_t count() const { return m_texts.size(); }
-    void clear() { m_texts.clear(); }
-
-    /// The i-th record. A text that is none fails the test and reads as an empty record.
-    const zelk::ipr::Delta& at(std::size_t i)
-    {
-        m_read = std::make_unique<zelk::ipr::ReceivedDelta>();
-        std::string error;
-        EXPECT_LT(i, m_texts.size());
-        EXPECT_TRUE(i < m_texts.size() && zelk::ipr::readDelta(m_texts[i], *m_read, error)) << error;
-        return *m_read;
-    }
-
-    std::vector<std::string> targets()
-    {
-        std::vector<std::string> paths;
-        for (std::size_t i = 0; i < m_texts.size(); ++i)
-            paths.push_back(at(i).nodePath);
-        return paths;
-    }
-
-private:
-    TemporaryFolder m_folder;
-    std::vector<std::string> m_texts;
-    std::unique_ptr<zelk::ipr::ReceivedDelta> m_read;
-};
-
-OP_Node& newNode(OP_Network& net, const char* type) { return *net.createNode(type); }
 
 /// The one entry of the only record that was sent.
 zelk::ipr::DeltaParm onlyEntry(SentRecords& sent, const char* parm)
@@ -70,8 +27,6 @@ OP_Node& nodeWithParm(StandinSession& session, int type)
     session.registerAll();
     return newNode(session.container(), "korvan::s");
 }
-
-OP_Network& objects() { return *OPgetDirector()->getManager("obj"); }
 
 } // namespace
 
@@ -197,7 +152,56 @@ TEST(EnumRecord, HoldsTheToken)
     EXPECT_EQ(onlyEntry(sent, "p").str, "two");
 }
 
-TEST(ArrayCountRecord, HasTheEncodingOfTheElements)
+struct CountCase
+{
+    int type;
+    const char* name;
+    std::string (*shown)(const zelk::ipr::DeltaParm& entry);
+};
+
+std::string shownInt(const zelk::ipr::DeltaParm& entry) { return std::to_string(entry.value.int_); }
+std::string shownByte(const zelk::ipr::DeltaParm& entry) { return std::to_string(entry.value.byte_); }
+std::string shownFloat(const zelk::ipr::DeltaParm& entry) { return std::to_string(entry.value.flt); }
+std::string shownMatrix(const zelk::ipr::DeltaParm& entry) { return std::to_string(entry.matrix.m[0][0]); }
+std::string shownText(const zelk::ipr::DeltaParm& entry) { return entry.str; }
+
+const CountCase count_cases[] = {
+    {KR_TYPE_BYTE, "byte", shownInt},        {KR_TYPE_INT, "int", shownInt},
+    {KR_TYPE_UINT, "uint", shownInt},        {KR_TYPE_BOOLEAN, "boolean", shownByte},
+    {KR_TYPE_FLOAT, "float", shownFloat},    {KR_TYPE_RGB, "rgb", shownFloat},
+    {KR_TYPE_RGBA, "rgba", shownFloat},      {KR_TYPE_VECTOR, "vector", shownFloat},
+    {KR_TYPE_POINT, "point", shownFloat},    {KR_TYPE_POINT2, "point2", shownFloat},
+    {KR_TYPE_STRING, "string", shownText},   {KR_TYPE_NODE, "node", shownText},
+    {KR_TYPE_MATRIX, "matrix", shownMatrix}, {KR_TYPE_ENUM, "enum", shownText},
+    {KR_TYPE_POINTER, "pointer", shownText}, {KR_TYPE_ARRAY, "array", shownText},
+};
+
+class ArrayCountRecord : public ::testing::TestWithParam<CountCase>
+{
+};
+
+TEST_P(ArrayCountRecord, HasTheEncodingOfTheElements)
+{
+    StandinSession session;
+    session.renderer.shader("s").emptyArray("p", GetParam().type);
+    session.registerAll();
+    OP_Node& node = newNode(session.container(), "korvan::s");
+    SentRecords sent;
+    node.setInt("p", 0, 0, 3);
+
+    const zelk::ipr::DeltaParm entry = onlyEntry(sent, "p");
+    EXPECT_EQ(entry.type, GetParam().type);
+    const std::string expected = GetParam().shown == shownText   ? "3"
+                                 : GetParam().shown == shownByte ? "1"
+                                 : GetParam().shown == shownInt  ? "3"
+                                                                 : "3.000000";
+    const bool unhandled = GetParam().type == KR_TYPE_POINTER || GetParam().type == KR_TYPE_ARRAY;
+    EXPECT_EQ(GetParam().shown(entry), unhandled ? "<unhandled>" : expected);
+}
+INSTANTIATE_TEST_SUITE_P(Elements, ArrayCountRecord, ::testing::ValuesIn(count_cases),
+                         [](const auto& info) { return std::string(info.param.name); });
+
+TEST(ArrayElementEdit, IsSilent)
 {
     StandinSession session;
     session.renderer.shader("s").floatArray("p", {1, 2});
@@ -205,24 +209,30 @@ TEST(ArrayCountRecord, HasTheEncodingOfTheElements)
     OP_Node& node = newNode(session.container(), "korvan::s");
     SentRecords sent;
     node.setFloat("p_1", 0, 0, 0.5);
+    EXPECT_EQ(node.evalFloat("p_1", 0, 0), 0.5);
     EXPECT_EQ(sent.count(), 0u) << "an element is no parameter of the renderer's";
-    node.setInt("p", 0, 0, 1);
-
-    EXPECT_EQ(onlyEntry(sent, "p").type, KR_TYPE_FLOAT);
-    EXPECT_EQ(onlyEntry(sent, "p").value.flt, 1);
 }
 
-TEST(ArrayOfArraysRecord, IsOnlyMarked)
+class UnhandledRecord : public ::testing::TestWithParam<int>
+{
+};
+
+TEST_P(UnhandledRecord, HoldsAMarkerAndNoValue)
 {
     StandinSession session;
-    session.renderer.shader("s").emptyArray("p", KR_TYPE_ARRAY);
+    session.renderer.shader("s").parmWithoutDefault("p", GetParam());
     session.registerAll();
+    session.renderer.takeWarnings();
+    session.renderer.takeErrors();
     OP_Node& node = newNode(session.container(), "korvan::s");
     SentRecords sent;
-    node.setInt("p", 0, 0, 1);
-
+    const int index = node.getParmIndex("p");
+    ASSERT_GE(index, 0);
+    node.opChanged(OP_PARM_CHANGED, reinterpret_cast<void*>(static_cast<intptr_t>(index)));
+    EXPECT_EQ(onlyEntry(sent, "p").type, GetParam());
     EXPECT_EQ(onlyEntry(sent, "p").str, "<unhandled>");
 }
+INSTANTIATE_TEST_SUITE_P(Types, UnhandledRecord, ::testing::Values(KR_TYPE_POINTER, 77, 254));
 
 TEST(SilentEdit, IsOneOfAnExtraParameterOrOfTheImagesFile)
 {
@@ -277,18 +287,144 @@ TEST(SilentEdit, IsOneOfARampThatTheMetadataDeclares)
     EXPECT_EQ(sent.count(), 0u);
 }
 
-TEST(SilentEdit, IsWiringRenamingAndDeleting)
+class SilentChange : public ::testing::Test
+{
+protected:
+    SilentChange()
+    {
+        session.renderer.shader("s", KR_TYPE_FLOAT).floats({"a"});
+        session.registerAll();
+        net = &session.container();
+        node = &newNode(*net, "korvan::s");
+        source = &newNode(*net, "korvan::s");
+        node->setFloat("a", 0, 0, 0.5);
+        sent.clear();
+    }
+    ~SilentChange() override { EXPECT_EQ(sent.count(), 0u); }
+
+    StandinSession session;
+    SentRecords sent;
+    OP_Network* net;
+    OP_Node *node, *source;
+};
+
+TEST_F(SilentChange, IsCreating) { EXPECT_NE(net->createNode("korvan::s"), nullptr); }
+
+TEST_F(SilentChange, IsWiringAndUnwiring)
+{
+    node->setInput(0, source);
+    EXPECT_EQ(node->getInput(0), source);
+    node->setInput(0, nullptr);
+}
+
+TEST_F(SilentChange, IsRenaming)
+{
+    EXPECT_TRUE(net->renameNode(node, "renamed"));
+    EXPECT_STREQ(node->getName(), "renamed");
+}
+
+TEST_F(SilentChange, IsDeleting) { EXPECT_TRUE(net->destroyNode(node)); }
+
+TEST_F(SilentChange, IsBypassing)
+{
+    node->flags().setBypass(true);
+    node->opChanged(OP_FLAG_CHANGED);
+    EXPECT_TRUE(node->flags().getBypass());
+}
+
+TEST_F(SilentChange, IsMovingAndUserData)
+{
+    node->setXYWithBoundsChecks(3, 4);
+    node->setUserData("key", "value", false);
+}
+
+// How a scene loads: values are set without their events.
+TEST_F(SilentChange, IsLoading)
+{
+    node->setParmEvents(false);
+    node->setFloat("a", 0, 0, 0.75);
+    node->setParmEvents(true);
+    EXPECT_EQ(node->evalFloat("a", 0, 0), 0.75);
+}
+
+TEST_F(SilentChange, IsATimeThatPasses)
+{
+    node->setString("$T", CH_OLD_EXPRESSION, "a", 0, 0);
+    EXPECT_EQ(sent.count(), 1u);
+    sent.clear();
+    CHgetManager()->setEvalTime(2);
+    EXPECT_EQ(node->evalFloat("a", 0, CHgetEvalTime()), 2);
+}
+
+TEST_F(SilentChange, IsAnEditUpstream)
+{
+    node->setInput(0, source);
+    source->setFloat("a", 0, 0, 0.25);
+    EXPECT_EQ(sent.targets(), (std::vector<std::string>{source->getFullPath().toStdString()}));
+    sent.clear();
+}
+
+TEST(EditRecord, IsSentAgainWhenTheEditIsUndoneAndRedone)
 {
     StandinSession session;
-    session.renderer.shader("s", KR_TYPE_FLOAT).floats({"a"});
-    session.registerAll();
-    OP_Network& net = session.container();
-    OP_Node &node = newNode(net, "korvan::s"), &source = newNode(net, "korvan::s");
+    OP_Node& node = nodeWithParm(session, KR_TYPE_FLOAT);
+    node.setFloat("p", 0, 0, 0.5);
     SentRecords sent;
-    node.setInput(0, &source);
-    net.renameNode(&node, "renamed");
-    net.destroyNode(&source);
-    EXPECT_EQ(sent.count(), 0u);
+    ASSERT_TRUE(UTgetUndoManager()->performUndo());
+    EXPECT_EQ(onlyEntry(sent, "p").value.flt, 0);
+    sent.clear();
+    ASSERT_TRUE(UTgetUndoManager()->performRedo());
+    EXPECT_EQ(onlyEntry(sent, "p").value.flt, 0.5f);
+}
+
+TEST(EditRecord, HasThePathThatTheNodeHasNow)
+{
+    StandinSession session;
+    OP_Node& node = nodeWithParm(session, KR_TYPE_FLOAT);
+    node.getParent()->renameNode(&node, "renamed");
+    SentRecords sent;
+    node.setFloat("p", 0, 0, 0.5);
+    EXPECT_EQ(sent.targets(),
+              (std::vector<std::string>{node.getParent()->getFullPath().toStdString() + "/renamed"}));
+}
+
+TEST(EditRecord, IsSentForEachOfAThousandChangesInOrder)
+{
+    StandinSession session;
+    OP_Node& node = nodeWithParm(session, KR_TYPE_FLOAT);
+    SentRecords sent;
+    for (int i = 0; i < 1000; ++i)
+        node.setFloat("p", 0, 0, i);
+    ASSERT_EQ(sent.count(), 1000u);
+    for (std::size_t i = 0; i < 1000; ++i)
+        ASSERT_EQ(sent.at(i).at("p").value.flt, static_cast<float>(i));
+}
+
+TEST(SilentEdit, IsOneWhoseRedrawDeletesTheNode)
+{
+    StandinSession session;
+    OP_Node& node = nodeWithParm(session, KR_TYPE_FLOAT);
+    const int id = node.getUniqueId();
+    node.addOpInterest(&session,
+                       [](OP_Node* caller, void*, OP_EventType type, void*)
+                       {
+                           if (type == OP_UI_CHANGED)
+                               caller->getParent()->destroyNode(caller);
+                       });
+    SentRecords sent;
+    node.setFloat("p", 0, 0, 0.5);
+    EXPECT_EQ(OP_Node::lookupNode(id), nullptr);
+    EXPECT_EQ(sent.count(), 0u) << "the node has no place any more";
+}
+
+TEST(EditRecord, IsSentForAValueThatWasThereAlready)
+{
+    StandinSession session;
+    OP_Node& node = nodeWithParm(session, KR_TYPE_FLOAT);
+    SentRecords sent;
+    node.setFloat("p", 0, 0, 0.5);
+    node.setFloat("p", 0, 0, 0.5);
+    EXPECT_EQ(sent.count(), 2u) << "nothing is left out as a repetition";
 }
 
 TEST(EditRecord, HasTheValueOfTheCurrentTime)
@@ -317,17 +453,6 @@ OP_Node& wiredCamera(StandinSession& session)
     OP_Node& lens = newNode(net, "korvan::lens");
     newNode(net, "korvan::sink").setInput(0, &lens);
     return lens;
-}
-
-/// A camera object that looks through the shader at a path.
-OP_Node& cameraObject(const char* shaderPath)
-{
-    static PRM_Name name("kv_camera_shader", "Camera Shader");
-    static PRM_Template templates[] = {PRM_Template(PRM_STRING, 1, &name), PRM_Template()};
-    OP_Node& camera = newNode(objects(), "cam");
-    camera.addSpareParms(templates);
-    camera.setString(shaderPath, CH_STRING_LITERAL, "kv_camera_shader", 0, 0);
-    return camera;
 }
 
 } // namespace
@@ -382,4 +507,66 @@ TEST(CameraEdit, IsSilentWhenTheShaderIsNotWired)
     SentRecords sent;
     lens.setFloat("squeeze", 0, 0, 2);
     EXPECT_EQ(sent.count(), 0u);
+}
+
+TEST(CameraEdit, ReachesAThousandCamerasInTheirOrder)
+{
+    StandinSession session;
+    OP_Node& lens = wiredCamera(session);
+    UT_String path;
+    lens.getFullPath(path);
+    std::vector<std::string> cameras;
+    for (int i = 0; i < 1000; ++i)
+        cameras.push_back(cameraObject(path).getFullPath().toStdString());
+    SentRecords sent;
+    lens.setFloat("squeeze", 0, 0, 2);
+    EXPECT_EQ(sent.targets(), cameras);
+}
+
+TEST(CameraEdit, IsToldToTheShaderWhoseNameBeginsWithAnothers)
+{
+    StandinSession session;
+    OP_Node& lens = wiredCamera(session);
+    OP_Network& net = *lens.getParent();
+    net.renameNode(&lens, "c10");
+    cameraObject((net.getFullPath().toStdString() + "/c1").c_str());
+    SentRecords sent;
+    lens.setFloat("squeeze", 0, 0, 2);
+    EXPECT_EQ(sent.targets(), (std::vector<std::string>{"/obj/cam1"}));
+}
+
+TEST(CameraEdit, IsSilentForACameraOfAnotherNetwork)
+{
+    StandinSession session;
+    OP_Node& lens = wiredCamera(session);
+    cameraObject("/shop/other_net/lens1");
+    cameraObject((lens.getFullPath().toStdString() + "0").c_str());
+    SentRecords sent;
+    lens.setFloat("squeeze", 0, 0, 2);
+    EXPECT_EQ(sent.count(), 0u);
+}
+
+TEST(CameraEdit, IsSilentOnceTheShaderIsDisconnected)
+{
+    StandinSession session;
+    OP_Node& lens = wiredCamera(session);
+    cameraObject("/shop");
+    SentRecords sent;
+    lens.setFloat("squeeze", 0, 0, 2);
+    EXPECT_EQ(sent.count(), 1u);
+    lens.getOutput(0)->setInput(0, nullptr);
+    lens.setFloat("squeeze", 0, 0, 3);
+    EXPECT_EQ(sent.count(), 1u);
+}
+
+TEST(CameraEdit, SkipsCamerasThatWereDeleted)
+{
+    StandinSession session;
+    OP_Node& lens = wiredCamera(session);
+    OP_Node& first = cameraObject("/shop");
+    cameraObject("/shop");
+    objects().destroyNode(&first);
+    SentRecords sent;
+    lens.setFloat("squeeze", 0, 0, 2);
+    EXPECT_EQ(sent.targets(), (std::vector<std::string>{"/obj/cam2"}));
 }

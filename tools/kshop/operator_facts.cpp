@@ -27,15 +27,6 @@ std::string unqualified(const std::string& name)
     return colons == std::string::npos ? name : name.substr(colons + 2);
 }
 
-std::string classNameOf(const OP_Operator& op)
-{
-    const char* mangled = typeid(op).name();
-    int status = 0;
-    const std::unique_ptr<char, void (*)(void*)> readable(
-        abi::__cxa_demangle(mangled, nullptr, nullptr, &status), std::free);
-    return unqualified(status == 0 ? readable.get() : mangled);
-}
-
 std::optional<std::string> vopnetMask(const OP_Operator& op)
 {
     std::string mask;
@@ -81,6 +72,15 @@ std::vector<ConnectorFacts> outputsOf(VOP_Node& node)
 OP_Network* shopManager() { return OPgetDirector()->getManager("shop"); }
 
 } // namespace
+
+std::string classNameOf(const OP_Operator& op)
+{
+    const char* mangled = typeid(op).name();
+    int status = 0;
+    const std::unique_ptr<char, void (*)(void*)> readable(
+        abi::__cxa_demangle(mangled, nullptr, nullptr, &status), std::free);
+    return unqualified(status == 0 ? readable.get() : mangled);
+}
 
 NodeSampler::~NodeSampler()
 {

@@ -62,6 +62,9 @@ private:
     std::string m_mask; ///< the mask that m_container was made for
 };
 
+/// C++ class of an operator, without its namespaces.
+std::string classNameOf(const OP_Operator& op);
+
 /// Everything but the connectors.
 OperatorFacts readOperator(OP_Operator& op);
 

@@ -1,5 +1,7 @@
 #include "renderer_walk.h"
 
+#include "operator_facts.h"
+
 #include <OP/OP_Operator.h>
 #include <UT/UT_PathSearch.h>
 #include <UT/UT_StringArray.h>
@@ -136,7 +138,10 @@ public:
     explicit Walk(const std::vector<OP_Operator*>& registered)
     {
         for (const OP_Operator* op : registered)
-            m_registered.insert(op->getName().toStdString());
+        {
+            const bool isShader = classNameOf(*op) == "VOP_KorvanOperator";
+            (isShader ? m_registered : m_handWritten).insert(op->getName().toStdString());
+        }
     }
 
     void visit(const KtNodeEntry* entry)
@@ -160,6 +165,8 @@ private:
         if (!isFirst)
             return fmt::format("its type name {} is taken by the entry {}; rename one of them", type,
                                owner->second);
+        if (m_handWritten.count(type) != 0)
+            return fmt::format("its type {} is hand-written; set houdini.skip on the shader", type);
         if (m_registered.count(type) == 0)
             return fmt::format("the plug-in did not register {}; see the messages of 'kshop describe --json'",
                                type);
@@ -167,6 +174,7 @@ private:
     }
 
     std::set<std::string> m_registered;
+    std::set<std::string> m_handWritten; ///< types that no entry makes
     std::map<std::string, std::string> m_ownerOf;
     std::vector<UnregisteredEntry> m_unregistered;
 };

@@ -171,6 +171,7 @@ private:
     Instance makeInstance();
     void addInstances(int position, int count);
     void insertInstances(int position, int count);
+    void eraseInstances(int position, int count);
     void renumber(int first);
     void spreadRampKeys(int first, int count);
     static void placeRampKey(Instance& key, fpreal place);
@@ -185,7 +186,7 @@ private:
     Values values() const;
     std::vector<std::vector<Values>> valuesOfInstances(int position, int count) const;
     void takeValues(const Values& values);
-    void putInstances(int position, int count, const std::vector<std::vector<Values>>& instances);
+    void putInstances(int position, const std::vector<std::vector<Values>>& instances);
     void replaceInstances(int position, int count, const std::vector<std::vector<Values>>& instances);
 
     PRM_ParmList* m_list;

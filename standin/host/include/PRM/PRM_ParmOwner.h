@@ -16,6 +16,9 @@ const int PRM_MENU_ERROR = -1;
 /// The same of its callback.
 const int PRM_CALLBACK_ERROR = -2;
 
+/// Index of a change of several parameters at once.
+const int PRM_MANY_CHANGED = -1;
+
 /// What a parameter list tells and asks its node. OP_Parameters is one; see there for what a node overrides.
 class PRM_ParmOwner
 {
@@ -23,7 +26,7 @@ public:
     virtual ~PRM_ParmOwner();
 
     /// A value, an expression or the number of instances of a multi-parameter changed; the new one is stored.
-    /// `index` is that of the PRM_Parm, -1 when several changed at once.
+    /// `index` is that of the PRM_Parm, PRM_MANY_CHANGED when several changed at once.
     virtual void parmChanged(int index) = 0;
 
     /// The node as plug-in callbacks and menu generators get it: an OP_Node pointer.

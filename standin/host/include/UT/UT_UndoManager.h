@@ -20,9 +20,9 @@ enum UT_UndoBlockType
 /// recorded; making, deleting, renaming and wiring nodes is not, nor are changes made while a scene loads or a
 /// creation script runs. Steps of which everything was deleted are passed over and forgotten.
 ///
-/// Holds 1000 steps and about 64 MiB, the oldest go first. A single step that is larger cannot be undone, and as
-/// nothing before it could be either, all is forgotten and the person is told. Not for several threads: changes are
-/// made on the main one.
+/// Holds 1000 steps and about 64 MiB, the oldest go first; what is undone holds up to twice as much. A single step
+/// that is larger cannot be undone, and as nothing before it could be either, all is forgotten and the person is
+/// told. Not for several threads: changes are made on the main one.
 class UT_UndoManager
 {
 public:

@@ -60,8 +60,8 @@ OP_Node* findNode(const std::string& path, std::string& problem)
     OP_Node* working = OPgetDirector()->getCwd(SYSgetSTID());
     OP_Node* node = working->findNode(path.c_str());
     if (!node)
-        problem = "there is no node " + quoted(path) + ", seen from " +
-                  working->getFullPath().toStdString() + ".";
+        problem =
+            "there is no node " + quoted(path) + ", seen from " + working->getFullPath().toStdString() + ".";
     return node;
 }
 
@@ -79,9 +79,9 @@ std::string runOpcf(const CommandCall& call)
     return problem;
 }
 
-const char* const opparm_usage =
-    "opparm is used as \"opparm NODE PARM VALUE\" or \"opparm NODE PARM ( VALUE ... )\"; more of PARM and values "
-    "may follow.";
+const char* const opparm_usage = "opparm is used as \"opparm NODE PARM VALUE\" or \"opparm NODE PARM ( VALUE "
+                                 "... )\"; more of PARM and values "
+                                 "may follow.";
 
 /// A parameter and the values for its components, from the one that is named on.
 struct Assignment

@@ -66,7 +66,8 @@ bool runMenuScript(OP_Parameters* node, const PRM_Parm*, const char* script, PRM
 {
     const standin::WorkingNode working(SYSgetSTID(), dynamic_cast<OP_Node*>(node));
     std::ostringstream out, err;
-    CMD_Manager().execute(script, false, &out, &err);
+    // No undo block: menus are also asked for on other threads, and change nothing.
+    CMD_Manager().execute(script, false, &out, &err, true, false);
     std::vector<std::string> words;
     const std::string problem = standin::splitQuoted(out.str(), words);
     error = err.str().empty() ? problem : err.str();
@@ -90,7 +91,8 @@ void CMD_Manager::sendInput(const char* input, bool create_block)
     execute(input, false, nullptr, nullptr, true, create_block);
 }
 
-void CMD_Manager::execute(const char* cmd, bool, std::ostream* out, std::ostream* err, bool, bool create_block)
+void CMD_Manager::execute(const char* cmd, bool, std::ostream* out, std::ostream* err, bool,
+                          bool create_block)
 {
     const std::unique_ptr<UT_AutoUndoBlock> block(create_block ? new UT_AutoUndoBlock("hscript", ANYLEVEL)
                                                                : nullptr);

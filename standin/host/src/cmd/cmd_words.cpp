@@ -144,10 +144,10 @@ void CommandReader::readQuoted(std::string& word, std::string& problem)
             ++m_at;
         word += m_text[m_at++];
     }
-    if (atEnd())
-        problem = std::string("a ") + quote + " is not closed; the command is not run.";
-    else
+    if (!atEnd())
         ++m_at;
+    else if (problem.empty()) // an open backquote in it took the rest; that one is to be closed first
+        problem = std::string("a ") + quote + " is not closed; the command is not run.";
 }
 
 /// Reads the variable or expression that begins here; false when none does.

@@ -96,9 +96,10 @@ bool refuse(const PRM_Parm& parm, const char* text, const char* remedy, std::str
 /// Index of the menu item that a text names by token or number; -1 when it names none.
 int chosenItem(const PRM_Parm& parm, const char* text)
 {
+    const int named = parm.findMenuItem(text);
     fpreal index = -1;
-    if (!text || !parm.readLiteral(text, index) || index != std::floor(index))
-        return -1;
+    if (named >= 0 || !text || !parm.readLiteral(text, index) || index != std::floor(index))
+        return named;
     const PRM_ChoiceList* menu = parm.getTemplatePtr()->getChoiceListPtr();
     return index >= 0 && index < menu->getSize(&parm) ? static_cast<int>(index) : -1;
 }

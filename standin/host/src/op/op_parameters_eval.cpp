@@ -42,7 +42,8 @@ std::string instanceToken(const char* name, const int* inst, int nest)
     for (int i = 0; inst && i < nest; ++i)
         indices.append(inst[i]);
     UT_String token(name);
-    PRM_Parm::instanceMultiString(token, indices, false);
+    // Numbers that the name has no '#' for are added as they are to the instance's token.
+    PRM_Parm::instanceMultiString(token, indices, token.toStdString().find('#') != std::string::npos);
     return token.toStdString();
 }
 } // namespace

@@ -88,6 +88,15 @@ void PRM_Parm::insertInstances(int position, int count)
         spreadRampKeys(position, count);
 }
 
+/// Takes them out of the list as well: making others may run menu scripts, which may look at any parameter.
+void PRM_Parm::eraseInstances(int position, int count)
+{
+    const auto first = m_instances.begin() + position;
+    m_instances.erase(first, first + count);
+    if (count > 0)
+        m_list->rebuild();
+}
+
 void PRM_Parm::renumber(int first)
 {
     UT_IntArray indices;
@@ -163,7 +172,11 @@ void PRM_Parm::instancesChanged(int first, int count, bool propagate)
     if (PRM_ParmOwner* owner = m_list->getOwner())
         owner->setParmError(*this, 0, std::string());
     std::vector<int> changed(1, m_index);
-    collectIndices(first, count, changed);
+    // Of many new instances listeners hear once: each event may make them read all instances.
+    if (count > 1)
+        changed.push_back(PRM_MANY_CHANGED);
+    else
+        collectIndices(first, count, changed);
     if (propagate)
         m_list->tellChanged(changed);
 }

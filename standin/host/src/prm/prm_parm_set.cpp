@@ -237,7 +237,7 @@ void PRM_Parm::revertToDefault(fpreal, int index, bool propagate)
     {
         const int count = defaultInstanceCount();
         recordInstances(0, valuesOfInstances(0, getMultiParmNumItems()), count);
-        m_instances.clear();
+        eraseInstances(0, getMultiParmNumItems());
         insertInstances(0, count);
         instancesChanged(0, count, propagate);
         return;

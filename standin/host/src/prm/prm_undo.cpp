@@ -41,15 +41,23 @@ PRM_Parm::Place::Place(const PRM_Parm& parm)
     : m_list(parm.m_list),
       m_alive(parm.m_list->getLifetime()),
       m_identity(m_alive.lock().get()),
-      m_token(parm.m_token)
+      m_token(parm.m_token),
+      m_index(parm.m_index)
 {
 }
 
-PRM_Parm* PRM_Parm::Place::find() const { return isAlive() ? m_list->getParmPtr(m_token.c_str()) : nullptr; }
+PRM_Parm* PRM_Parm::Place::find() const
+{
+    if (!isAlive())
+        return nullptr;
+    PRM_Parm* parm = m_list->getParmPtr(m_index);
+    return parm && parm->m_token == m_token ? parm : m_list->getParmPtr(m_token.c_str());
+}
 
 std::string PRM_Parm::Place::key() const
 {
-    return std::string(reinterpret_cast<const char*>(&m_identity), sizeof(m_identity)) + m_token;
+    return std::string(reinterpret_cast<const char*>(&m_identity), sizeof(m_identity)) + m_token + "@" +
+           std::to_string(m_index);
 }
 
 // Values
@@ -161,18 +169,19 @@ PRM_Parm::Values PRM_Parm::values() const
     return Values{m_components, valuesOfInstances(0, getMultiParmNumItems())};
 }
 
-// Tells nobody: that is for who puts the whole in place.
+// Tells nobody: that is for who puts the whole in place. Its instances are not in the list yet.
 void PRM_Parm::takeValues(const Values& values)
 {
     for (std::size_t i = 0; i < std::min(m_components.size(), values.components.size()); ++i)
         m_components[i] = values.components[i];
-    if (isMultiParm())
-        putInstances(0, getMultiParmNumItems(), values.instances);
+    if (!isMultiParm())
+        return;
+    m_instances.clear();
+    putInstances(0, values.instances);
 }
 
-void PRM_Parm::putInstances(int position, int count, const std::vector<std::vector<Values>>& instances)
+void PRM_Parm::putInstances(int position, const std::vector<std::vector<Values>>& instances)
 {
-    m_instances.erase(m_instances.begin() + position, m_instances.begin() + position + count);
     // Not spread like new keys of a ramp: that looks at neighbours, whose expressions may ask for what was just
     // erased.
     addInstances(position, static_cast<int>(instances.size()));
@@ -186,6 +195,7 @@ void PRM_Parm::putInstances(int position, int count, const std::vector<std::vect
 
 void PRM_Parm::replaceInstances(int position, int count, const std::vector<std::vector<Values>>& instances)
 {
-    putInstances(position, count, instances);
+    eraseInstances(position, count);
+    putInstances(position, instances);
     instancesChanged(position, static_cast<int>(instances.size()), true);
 }

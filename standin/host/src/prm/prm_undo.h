@@ -19,7 +19,8 @@ struct PRM_Parm::Values
     std::size_t getMemoryUsage() const;
 };
 
-/// A parameter of a node, found again by its token: parameters of instances come and go while steps are undone.
+/// A parameter of a node, found again by its token: parameters of instances come and go while steps are undone. Several
+/// may share a token, or have none; of those it is the one at the same index.
 class PRM_Parm::Place
 {
 public:
@@ -37,6 +38,7 @@ private:
     std::weak_ptr<const char> m_alive;
     const char* m_identity; // only compared; it belongs to no other list as long as the pointer above is kept
     std::string m_token;
+    int m_index;
 };
 
 /// A new value or expression of one component.

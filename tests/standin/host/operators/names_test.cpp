@@ -11,6 +11,9 @@ struct NameCase
     standin::OperatorName parts;
 };
 
+/// A test's name has to be the same in every run.
+void PrintTo(const NameCase& row, std::ostream* out) { *out << ::testing::PrintToString(row.full); }
+
 class OperatorNames : public ::testing::TestWithParam<NameCase>
 {
 };

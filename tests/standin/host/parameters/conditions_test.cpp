@@ -44,6 +44,9 @@ struct Row
     const char* text;
     bool holds;
 };
+
+/// A test's name has to be the same in every run.
+void PrintTo(const Row& row, std::ostream* out) { *out << testing::PrintToString(row.text); }
 } // namespace
 
 class Condition : public testing::TestWithParam<Row>

@@ -43,6 +43,9 @@ struct Row
     const char* text;
     const char* value;
 };
+
+/// A test's name has to be the same in every run.
+void PrintTo(const Row& row, std::ostream* out) { *out << testing::PrintToString(row.text); }
 } // namespace
 
 class ExpressionValue : public testing::TestWithParam<Row>

@@ -73,6 +73,9 @@ struct QuoteRow
     const char* literal;
 };
 
+/// A test's name has to be the same in every run.
+void PrintTo(const QuoteRow& row, std::ostream* out) { *out << testing::PrintToString(row.text); }
+
 class SmartQuotes : public testing::TestWithParam<QuoteRow>
 {
 };

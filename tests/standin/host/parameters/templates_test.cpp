@@ -151,6 +151,9 @@ struct ChannelRow
     Texts channels;
 };
 
+/// A test's name has to be the same in every run.
+void PrintTo(const ChannelRow& row, std::ostream* out) { *out << testing::PrintToString(row.channels); }
+
 class ChannelsOf : public testing::TestWithParam<ChannelRow>
 {
 };

@@ -1,0 +1,365 @@
+// What one edit costs until the record is on its way, beside the least that it can cost.
+//
+// 1. A shader with one parameter of each type; nobody listens, and the endpoint is in a directory of this run.
+// 2. Each sample times three things in turn, so that all meet the same machine: "event" is the host's event for the
+//    edited parameter; "silent" is the same event for no parameter, after which the plug-in only has the tile redrawn;
+//    "floor" is evaluating the value, filling a record with texts that are ready, serialising and sending it. A record is
+//    made for every edit and not kept, so the floor makes one too.
+// 3. The strict ratio is event less silent to floor; the whole ratio is that of the two with the host's share in both.
+// 4. The camera look-up: an edit of a wired camera shader among cameras that look through another one, against evaluating
+//    the parameter of each.
+#include "shop.h"
+#include "vop_shaders.h"
+
+#include <CH/CH_Manager.h>
+#include <OP/OP_Director.h>
+#include <OP/OP_OperatorTable.h>
+#include <PRM/PRM_Include.h>
+#include <SYS/SYS_SequentialThreadIndex.h>
+#include <UT/UT_ValArray.h>
+#include <kr_plugin.h>
+#include <standin/host.h>
+#include <zelk/ipr/delta.h>
+#include <zelk/ipr/publisher.h>
+
+#include <benchmark/benchmark.h>
+
+#include <algorithm>
+#include <cerrno>
+#include <chrono>
+#include <cstdint>
+#include <cstdio>
+#include <cstdlib>
+#include <filesystem>
+#include <functional>
+#include <string>
+#include <system_error>
+#include <vector>
+
+namespace fs = std::filesystem;
+
+namespace
+{
+
+const int samples_per_case = 20000;
+const int camera_samples = 500;
+const int camera_counts[] = {0, 10, 1000};
+
+/// A directory of this run, removed at the end.
+class ScratchDirectory
+{
+public:
+    ScratchDirectory()
+    {
+        std::string pattern = (fs::temp_directory_path() / "korvan_bench_XXXXXX").string();
+        if (!mkdtemp(pattern.data()))
+            throw fs::filesystem_error("cannot make a directory", pattern,
+                                       std::error_code(errno, std::generic_category()));
+        m_path = pattern;
+    }
+    ~ScratchDirectory() { fs::remove_all(m_path); }
+    ScratchDirectory(const ScratchDirectory&) = delete;
+    ScratchDirectory& operator=(const ScratchDirectory&) = delete;
+    const fs::path& path() const { return m_path; }
+
+private:
+    fs::path m_path;
+};
+
+// --- What is measured -------------------------------------------------------------------------------------------
+
+/// Evaluates a parameter of a node into a record's entry, as its type needs it.
+typedef void (*Evaluate)(const OP_Node& node, const char* parm, zelk::ipr::DeltaParm& entry);
+
+void evaluateInt(const OP_Node& node, const char* parm, zelk::ipr::DeltaParm& entry)
+{
+    entry.value.int_ = static_cast<int>(node.evalIntT(parm, 0, CHgetEvalTime(), SYSgetSTID()));
+}
+
+void evaluateBool(const OP_Node& node, const char* parm, zelk::ipr::DeltaParm& entry)
+{
+    entry.value.byte_ = node.evalIntT(parm, 0, CHgetEvalTime(), SYSgetSTID()) != 0;
+}
+
+void evaluateFloat(const OP_Node& node, const char* parm, zelk::ipr::DeltaParm& entry)
+{
+    entry.value.flt = static_cast<float>(node.evalFloatT(parm, 0, CHgetEvalTime(), SYSgetSTID()));
+}
+
+template <int Count>
+void evaluateFloats(const OP_Node& node, const char* parm, zelk::ipr::DeltaParm& entry)
+{
+    fpreal values[16];
+    node.evalFloats(parm, values, CHgetEvalTime());
+    float* target = Count == 16 ? &entry.matrix.m[0][0] : &entry.value.flt;
+    std::copy(values, values + Count, target);
+}
+
+void evaluateText(const OP_Node& node, const char* parm, zelk::ipr::DeltaParm& entry)
+{
+    UT_String value;
+    node.evalStringT(value, parm, 0, CHgetEvalTime(), SYSgetSTID());
+    entry.str = value.toStdString();
+}
+
+struct TypeRow
+{
+    int type;
+    const char* name; ///< also of the parameter
+    Evaluate evaluate;
+};
+
+const TypeRow type_rows[] = {
+    {KR_TYPE_BYTE, "byte", evaluateInt},
+    {KR_TYPE_INT, "int", evaluateInt},
+    {KR_TYPE_UINT, "uint", evaluateInt},
+    {KR_TYPE_BOOLEAN, "boolean", evaluateBool},
+    {KR_TYPE_FLOAT, "float", evaluateFloat},
+    {KR_TYPE_RGB, "rgb", evaluateFloats<3>},
+    {KR_TYPE_RGBA, "rgba", evaluateFloats<4>},
+    {KR_TYPE_VECTOR, "vector", evaluateFloats<3>},
+    {KR_TYPE_POINT, "point", evaluateFloats<3>},
+    {KR_TYPE_POINT2, "point2", evaluateFloats<2>},
+    {KR_TYPE_STRING, "string", evaluateText},
+    {KR_TYPE_NODE, "node", evaluateText},
+    {KR_TYPE_MATRIX, "matrix", evaluateFloats<16>},
+    {KR_TYPE_ENUM, "enum", evaluateText},
+};
+
+void declareShader()
+{
+    KtNodeDecl* node = KrDeclareNode("zelk__bench", KR_NODE_SHADER, KR_TYPE_RGB);
+    KrDeclareNodeFile(node, "bench.so");
+    const char* const items[] = {"one", "two", nullptr};
+    static const KtMatrix identity = {{{1, 0, 0, 0}, {0, 1, 0, 0}, {0, 0, 1, 0}, {0, 0, 0, 1}}};
+    for (const TypeRow& row : type_rows)
+    {
+        KtParamValue value = {};
+        if (row.type == KR_TYPE_MATRIX)
+            value.mtx = &identity;
+        if (row.type == KR_TYPE_STRING)
+            value.str = "textures/wood.$F4.tx";
+        if (row.type == KR_TYPE_ENUM)
+            KrDeclareEnum(node, row.name, items, 1);
+        else
+            KrDeclareParam(node, row.name, row.type, &value);
+    }
+}
+
+void declareCamera()
+{
+    KtNodeDecl* camera = KrDeclareNode("zelk__lens", KR_NODE_CAMERA, KR_TYPE_NODE);
+    KrDeclareNodeFile(camera, "bench.so");
+    const KtParamValue zero = {};
+    KrDeclareParam(camera, "squeeze", KR_TYPE_FLOAT, &zero);
+    KtNodeDecl* sink = KrDeclareNode("zelk__sink", KR_NODE_SHADER, KR_TYPE_RGB);
+    KrDeclareNodeFile(sink, "bench.so");
+    KrDeclareParam(sink, "in", KR_TYPE_NODE, nullptr);
+}
+
+/// The host with the bench's shaders registered, and a network for them.
+class Scene
+{
+public:
+    explicit Scene(const fs::path& scratch)
+    {
+        setenv("HOUDINI_PATH", scratch.c_str(), 1);
+        setenv("ZELK_STARTUP_LOG", "0", 1);
+        setenv("ZELK_IPR_ENDPOINT", ("ipc://" + (scratch / "render").string()).c_str(), 1);
+        unsetenv("HOUDINI_DSO_PATH");
+        unsetenv("KORVAN_PLUGIN_PATH");
+        KrMsgSetConsoleFlags(0);
+        KrBegin();
+        declareShader();
+        declareCamera();
+        standin::startHost();
+        newVopOperator(OP_Network::getOperatorTable("Vop"));
+        newShopOperator(OP_Network::getOperatorTable("Shop"));
+        m_network =
+            static_cast<OP_Network*>(OPgetDirector()->getManager("shop")->createNode("korvan_vopnet", "net"));
+    }
+    ~Scene() { KrEnd(); }
+    Scene(const Scene&) = delete;
+    Scene& operator=(const Scene&) = delete;
+
+    OP_Node& node(const char* type) const { return *m_network->createNode(type); }
+
+private:
+    OP_Network* m_network;
+};
+
+void sendParmEvent(OP_Node& node, int parm)
+{
+    node.opChanged(OP_PARM_CHANGED, reinterpret_cast<void*>(static_cast<std::intptr_t>(parm)));
+}
+
+// --- Samples ----------------------------------------------------------------------------------------------------
+
+typedef std::vector<double> Times; ///< microseconds
+
+/// The time that a fraction of the samples does not exceed.
+double quantile(Times times, double fraction)
+{
+    if (times.empty())
+        return 0;
+    const auto at = times.begin() + static_cast<std::ptrdiff_t>(fraction * (times.size() - 1));
+    std::nth_element(times.begin(), at, times.end());
+    return *at;
+}
+
+double microsecondsOf(const std::function<void()>& run)
+{
+    const auto start = std::chrono::steady_clock::now();
+    run();
+    return std::chrono::duration<double, std::micro>(std::chrono::steady_clock::now() - start).count();
+}
+
+struct Result
+{
+    std::string name;
+    Times event, silent, floor;
+    std::size_t bytes; ///< of one record; 0 when none is sent
+
+    double ours() const { return quantile(event, 0.5) - quantile(silent, 0.5); }
+    double strictRatio() const { return ours() / quantile(floor, 0.5); }
+    double wholeRatio() const
+    {
+        return quantile(event, 0.5) / (quantile(silent, 0.5) + quantile(floor, 0.5));
+    }
+};
+
+std::vector<Result> results;
+
+/// Takes one sample of each of the three for every iteration.
+void measure(benchmark::State& state, Result& result, const std::function<void()>& event,
+             const std::function<void()>& silent, const std::function<void()>& floor)
+{
+    for (auto _ : state)
+    {
+        result.event.push_back(microsecondsOf(event));
+        result.silent.push_back(microsecondsOf(silent));
+        result.floor.push_back(microsecondsOf(floor));
+        state.SetIterationTime(1e-6 * result.event.back());
+    }
+    state.counters["p50_us"] = quantile(result.event, 0.5);
+    state.counters["p99_us"] = quantile(result.event, 0.99);
+    zelk::ipr::DeltaPublisher::instance().flush(1000);
+}
+
+void runEdit(benchmark::State& state, const Scene& scene, const TypeRow& row)
+{
+    OP_Node& node = scene.node("korvan::bench");
+    const int parm = node.getParmIndex(row.name);
+    const std::string path = node.getFullPath().toStdString(), entryName = "zelk__bench", parmName = row.name;
+    std::size_t bytes = 0;
+    const auto floor = [&]
+    {
+        zelk::ipr::Delta delta;
+        delta.nodePath = path;
+        delta.entryName = entryName;
+        zelk::ipr::DeltaParm& entry = delta[parmName];
+        entry.type = static_cast<std::uint8_t>(row.type);
+        row.evaluate(node, row.name, entry);
+        std::string text = delta.serialize();
+        bytes = text.size();
+        zelk::ipr::DeltaPublisher::instance().send(std::move(text));
+    };
+    floor();
+    Result result = {row.name, {}, {}, {}, bytes};
+    measure(
+        state, result, [&] { sendParmEvent(node, parm); }, [&] { sendParmEvent(node, -1); }, floor);
+    results.push_back(result);
+}
+
+/// Camera objects that look through another shader, as many as asked for.
+void makeCameras(int count)
+{
+    static PRM_Name name("kv_camera_shader", "Camera Shader");
+    static PRM_Template templates[] = {PRM_Template(PRM_STRING, 1, &name), PRM_Template()};
+    OP_Network& objects = *OPgetDirector()->getManager("obj");
+    while (objects.getNchildren() < count)
+    {
+        OP_Node& camera = *objects.createNode("cam");
+        camera.addSpareParms(templates);
+        camera.setString("/shop/net/other", CH_STRING_LITERAL, "kv_camera_shader", 0, 0);
+    }
+}
+
+void runCameras(benchmark::State& state, const Scene& scene)
+{
+    const int count = static_cast<int>(state.range(0));
+    makeCameras(count);
+    OP_Node& lens = scene.node("korvan::lens");
+    scene.node("korvan::sink").setInput(0, &lens);
+    const int parm = lens.getParmIndex("squeeze");
+    UT_ValArray<OP_Node*> cameras;
+    OPgetDirector()->getManager("obj")->getOpsByName("cam", cameras);
+    const auto floor = [&]
+    {
+        for (int i = 0; i < static_cast<int>(cameras.entries()); ++i)
+        {
+            UT_String chosen;
+            cameras(i)->evalParameterOrPropertyT("kv_camera_shader", 0, CHgetEvalTime(), chosen,
+                                                 SYSgetSTID());
+            benchmark::DoNotOptimize(chosen.buffer());
+        }
+    };
+    Result result = {std::to_string(count) + " cameras", {}, {}, {}, 0};
+    measure(
+        state, result, [&] { sendParmEvent(lens, parm); }, [&] { sendParmEvent(lens, -1); }, floor);
+    results.push_back(result);
+}
+
+void addBenchmarks(const Scene& scene)
+{
+    for (const TypeRow& row : type_rows)
+        benchmark::RegisterBenchmark((std::string("edit/") + row.name).c_str(),
+                                     [&scene, &row](benchmark::State& state) { runEdit(state, scene, row); })
+            ->Iterations(samples_per_case)
+            ->UseManualTime()
+            ->Unit(benchmark::kMicrosecond);
+    for (const int count : camera_counts)
+        benchmark::RegisterBenchmark("cameras",
+                                     [&scene](benchmark::State& state) { runCameras(state, scene); })
+            ->Arg(count)
+            ->Iterations(camera_samples)
+            ->UseManualTime()
+            ->Unit(benchmark::kMicrosecond);
+}
+
+void printTable()
+{
+    std::printf(
+        "\nmicroseconds from the host's event to the return of send(); ratios are those of the medians\n\n");
+    std::printf("%-13s %9s %9s %10s %9s %9s %12s %11s %7s\n", "edit of", "event p50", "event p99",
+                "silent p50", "floor p50", "floor p99", "strict ratio", "whole ratio", "bytes");
+    for (const Result& result : results)
+    {
+        const bool hasFloor = result.bytes || quantile(result.floor, 0.5) > 0.2;
+        const std::string strict = hasFloor ? std::to_string(result.strictRatio()).substr(0, 5) : "-";
+        const std::string whole = hasFloor ? std::to_string(result.wholeRatio()).substr(0, 5) : "-";
+        std::printf("%-13s %9.2f %9.2f %10.2f %9.2f %9.2f %12s %11s %7zu\n", result.name.c_str(),
+                    quantile(result.event, 0.5), quantile(result.event, 0.99), quantile(result.silent, 0.5),
+                    quantile(result.floor, 0.5), quantile(result.floor, 0.99), strict.c_str(), whole.c_str(),
+                    result.bytes);
+    }
+    std::printf("\n'silent' is the event without a record: the host's refresh and redraw. Cameras look "
+                "through another "
+                "shader,\nso that their edit sends nothing.\n");
+}
+
+} // namespace
+
+int main(int argc, char** argv)
+{
+    benchmark::Initialize(&argc, argv);
+    if (benchmark::ReportUnrecognizedArguments(argc, argv))
+        return 2;
+    const ScratchDirectory scratch;
+    const Scene scene(scratch.path());
+    addBenchmarks(scene);
+    const bool ran = benchmark::RunSpecifiedBenchmarks() > 0;
+    printTable();
+    zelk::ipr::DeltaPublisher::instance().close();
+    return ran ? 0 : 1;
+}

@@ -1,0 +1,45 @@
+#include "utils_nodes.h"
+
+#include <OP/OP_Node.h>
+#include <UT/UT_String.h>
+#include <VOP/VOP_Node.h>
+
+#include <cstdint>
+
+namespace zelk
+{
+namespace shop
+{
+
+const char* const network_mask = "korvan_vopnet";
+const char* const help_root = "https://docs.korvan.example/houdini/";
+
+std::string fullPathOf(const OP_Node& node)
+{
+    UT_String path;
+    node.getFullPath(path);
+    return path.buffer();
+}
+
+int parmIndexOf(const void* eventData)
+{
+    return static_cast<int>(reinterpret_cast<std::intptr_t>(eventData));
+}
+
+bool isNamed(const char* connector, const UT_String& name)
+{
+    const char* text = name.buffer();
+    return connector && text ? std::string(connector) == text : connector == text;
+}
+
+void showDetailAroundMiddle(VOP_Node& node, char detail)
+{
+    const fpreal before = node.getH();
+    if (detail)
+        node.setExtraFlag(detail, 1);
+    const fpreal y = node.getY(), after = node.getH(), x = node.getX();
+    node.setXYWithBoundsChecks(x, y - 0.5 * (before - after));
+}
+
+} // namespace shop
+} // namespace zelk
