@@ -2,6 +2,7 @@
 
 #include "op_node_entries.h"
 #include "op_node_parms.h"
+#include "op_otl_instance.h"
 #include "op_placeholder.h"
 #include "op_spare_template.h"
 #include "op_text.h"
@@ -197,6 +198,10 @@ OP_Node* TreeReader::makeNode(OP_Network& network, const std::string& path)
     m_made.push_back(path);
     if (OP_Network* inside = node->castToOPNetwork())
         makeChildren(*inside, path);
+    // A locked asset is stored without what is inside it.
+    const bool locked = partOf(item.parts, "init").find("\nmatchesdef = 1") != std::string::npos;
+    if (locked && item.children.empty() && OP_Node::lookupNode(id))
+        loadAssetContents(*node);
     return OP_Node::lookupNode(id);
 }
 

@@ -146,6 +146,30 @@ TEST_F(Assets, WithDamagedContentsGiveEmptyNodesAndASentence)
     }
 }
 
+TEST_F(Assets, LoadTheContentsOfLockedAssetsInsideThem)
+{
+    install(write({{"Contents", contents()}}));
+    const std::string outer = contentsBytes({{"node_type", "Vop\n"},
+                                             {"y1.init", "type = test::y\nmatchesdef = 0\n"},
+                                             {"y1/locked.init", "type = test::x\nmatchesdef = 1\n"},
+                                             {"y1/open.init", "type = test::x\nmatchesdef = 0\n"}});
+    install(write({{"Contents", outer}}, "test::y", "y.hda"));
+    OP_Node* node = m_net->createNode("test::y");
+    EXPECT_EQ(node->findNode("locked")->castToOPNetwork()->getNchildren(), 3);
+    EXPECT_EQ(node->findNode("open")->castToOPNetwork()->getNchildren(), 0);
+}
+
+TEST_F(Assets, ThatHoldThemselvesEndWithASentence)
+{
+    const std::string endless = contentsBytes({{"node_type", "Vop\n"},
+                                               {"x1.init", "type = test::x\nmatchesdef = 0\n"},
+                                               {"x1/again.init", "type = test::x\nmatchesdef = 1\n"}});
+    install(write({{"Contents", endless}}));
+    OP_Node* node = m_net->createNode("test::x");
+    EXPECT_EQ(node->findNode("again")->castToOPNetwork()->getNchildren(), 0);
+    EXPECT_THAT(takeTexts(), ElementsAre(HasSubstr("holds a node of its own type")));
+}
+
 TEST_F(Assets, OfUnknownTablesAreListedButNotMade)
 {
     const std::string records = number(1) + typeRecord("test::s", "Sop");
