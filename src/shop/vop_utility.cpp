@@ -4,6 +4,7 @@
 #include "vop_fetch.h"
 #include "vop_ramp_float.h"
 #include "vop_ramp_rgb.h"
+#include "vop_shaders.h"
 
 #include <OP/OP_OperatorTable.h>
 #include <UT/UT_String.h>
@@ -27,7 +28,7 @@ void nameAfter(const char* label, UT_String& name)
 /// A shader of the same name gives way: the hand-written node stands for it.
 void addInsteadOfShader(OP_OperatorTable& table, OP_Operator* op)
 {
-    if (OP_Operator* shader = table.getOperator(op->getName()))
+    if (VOP_KorvanOperator* shader = dynamic_cast<VOP_KorvanOperator*>(table.getOperator(op->getName())))
     {
         KrMsgWarning(
             "[vop_utility] Ignoring the renderer's shader %s: the type is hand-written. Set houdini.skip on "

@@ -375,3 +375,69 @@ TEST(FetchEdit, SendsNothing)
     fetch(node, "../source1");
     EXPECT_EQ(sent.count(), 0u);
 }
+
+/// Deletes a node when another one is rewired or redrawn.
+void deleteOn(OP_EventType reason, OP_Node& heard, OP_Node& victim)
+{
+    static OP_EventType wanted;
+    wanted = reason;
+    heard.addOpInterest(&victim,
+                        [](OP_Node*, void* node, OP_EventType type, void*)
+                        {
+                            OP_Node* doomed = static_cast<OP_Node*>(node);
+                            if (type == wanted && !doomed->isBeingDeleted())
+                                doomed->getParent()->destroyNode(doomed);
+                        });
+}
+
+TEST(FetchEdit, EndsWhenItsRedrawDeletesTheNode)
+{
+    StandinSession session;
+    session.registerAll();
+    VOP_Node& node = newNode(session.container(), "korvan::fetch");
+    const int id = node.getUniqueId();
+    deleteOn(OP_UI_CHANGED, node, node);
+    fetch(node, "../nobody");
+    EXPECT_EQ(OP_Node::lookupNode(id), nullptr);
+}
+
+TEST(FetchEdit, EndsWhenAWireTakesTheNodeWithIt)
+{
+    StandinSession session;
+    session.registerAll();
+    OP_Network& net = session.container();
+    newSource(net, {{"a", "A", VOP_TYPE_FLOAT}, {"b", "B", VOP_TYPE_FLOAT}, {"c", "C", VOP_TYPE_FLOAT}});
+    newSource(net, {{"a", "A", VOP_TYPE_FLOAT}});
+    for (const char* next : {"../source2", "../nobody"})
+    {
+        VOP_Node& node = newNode(net, "korvan::fetch");
+        VOP_Node& reader = newNode(net, "korvan::ramp_float");
+        fetch(node, "../source1");
+        reader.setInput(0, &node, 1);
+        reader.setInput(1, &node, 2);
+        const int id = node.getUniqueId();
+        deleteOn(OP_INPUT_REWIRED, reader, node);
+        fetch(node, next);
+        EXPECT_EQ(OP_Node::lookupNode(id), nullptr) << next;
+    }
+}
+
+TEST(FetchEdit, GoesOnWhenAWireTakesItsReaderAway)
+{
+    StandinSession session;
+    session.registerAll();
+    OP_Network& net = session.container();
+    newSource(net, {{"a", "A", VOP_TYPE_FLOAT}, {"b", "B", VOP_TYPE_FLOAT}});
+    newSource(net, {{"a", "A", VOP_TYPE_FLOAT}});
+    VOP_Node& node = newNode(net, "korvan::fetch");
+    VOP_Node& doomed = newNode(net, "korvan::ramp_float");
+    VOP_Node& other = newNode(net, "korvan::ramp_float");
+    fetch(node, "../source1");
+    doomed.setInput(0, &node, 1);
+    doomed.setInput(1, &node, 1);
+    other.setInput(0, &node, 1);
+    deleteOn(OP_INPUT_REWIRED, doomed, doomed);
+    fetch(node, "../source2");
+    EXPECT_EQ(other.getInputReferenceConst(0)->getNodeOutputIndex(), 0);
+    EXPECT_EQ(userData(node), "a:A:3;");
+}

@@ -388,6 +388,43 @@ TEST(RampEdit, IsNoBusinessOfOtherEvents)
     EXPECT_EQ(sent.count(), 0u);
 }
 
+TEST(RampEdit, EndsWhenItsRedrawDeletesTheNode)
+{
+    StandinSession session;
+    VOP_Node& ramp = newRamp(session, "korvan::ramp_float");
+    const int id = ramp.getUniqueId();
+    ramp.addOpInterest(&session,
+                       [](OP_Node* caller, void*, OP_EventType type, void*)
+                       {
+                           if (type == OP_UI_CHANGED)
+                               caller->getParent()->destroyNode(caller);
+                       });
+    SentRecords sent;
+    ramp.setFloat("input", 0, 0, 1);
+    EXPECT_EQ(OP_Node::lookupNode(id), nullptr);
+    EXPECT_EQ(sent.count(), 0u);
+}
+
+TEST(RampEdit, EndsWhenAWireOfARemovedKeyTakesTheNodeWithIt)
+{
+    StandinSession session;
+    VOP_Node& ramp = newRamp(session, "korvan::ramp_float");
+    OP_Node& source = newSource(ramp);
+    for (unsigned i = 1; i < 7; ++i)
+        ramp.setInput(i, &source);
+    const int id = ramp.getUniqueId();
+    ramp.addOpInterest(&session,
+                       [](OP_Node* caller, void*, OP_EventType type, void*)
+                       {
+                           if (type == OP_INPUT_REWIRED)
+                               caller->getParent()->destroyNode(caller);
+                       });
+    SentRecords sent;
+    setKeyCount(ramp, 0);
+    EXPECT_EQ(OP_Node::lookupNode(id), nullptr);
+    EXPECT_EQ(sent.count(), 0u);
+}
+
 TEST(RampEnabling, DisablesTheInputParameterWhileItsInputIsWired)
 {
     StandinSession session;

@@ -40,7 +40,7 @@ private:
         zelk::ipr::ReceivedDelta delta;
         std::string error;
         ASSERT_TRUE(zelk::ipr::readDelta(text, delta, error)) << error;
-        ASSERT_EQ(delta.size(), 1u);
+        ASSERT_EQ(delta.size(), delta.count("position") ? 3u : 1u);
         OP_Node* node = OPgetDirector()->findNode(delta.nodePath.c_str());
         ASSERT_NE(node, nullptr) << delta.nodePath;
         const bool isCamera = std::string(delta.entryName) == "lens";
@@ -99,7 +99,9 @@ private:
     {
         if (m_net.getNchildren() >= static_cast<int>(most_nodes))
             return;
-        static const char* const types[] = {"korvan::s", "korvan::s", "korvan::lens", "korvan::sink"};
+        static const char* const types[] = {"korvan::s",     "korvan::s",        "korvan::lens",
+                                            "korvan::sink",  "korvan::ramp_rgb", "korvan::ramp_float",
+                                            "korvan::fetch", "korvan_light"};
         OP_Node* node = m_net.createNode(pick(types));
         if (node && below(3) == 0)
             node->addOpInterest(this, &Chaos::onEvent);
@@ -163,6 +165,22 @@ private:
             node->setFloat("amount", 0, 0, 0.5 * static_cast<double>(below(100)));
     }
 
+    void fetch()
+    {
+        OP_Node *node = anyShader(), *target = anyShader();
+        if (node)
+            node->setString(("../" + target->getName().toStdString()).c_str(), CH_STRING_LITERAL, "target", 0,
+                            0);
+    }
+
+    void wireAnywhere()
+    {
+        OP_Node *node = anyShader(), *source = anyShader();
+        if (node && node != source && source->getNumVisibleOutputs() > 0)
+            node->setInput(static_cast<unsigned>(below(12)), source,
+                           static_cast<unsigned>(below(source->getNumVisibleOutputs())));
+    }
+
     void press()
     {
         if (OP_Node* node = anyShader())
@@ -200,7 +218,7 @@ private:
         &Chaos::create, &Chaos::create,       &Chaos::createCamera, &Chaos::destroy, &Chaos::destroyCamera,
         &Chaos::rename, &Chaos::wire,         &Chaos::unwire,       &Chaos::edit,    &Chaos::edit,
         &Chaos::edit,   &Chaos::editAmount,   &Chaos::editAmount,   &Chaos::press,   &Chaos::undo,
-        &Chaos::redo,   &Chaos::editInABlock, &Chaos::wire,
+        &Chaos::redo,   &Chaos::editInABlock, &Chaos::wire,         &Chaos::fetch,   &Chaos::wireAnywhere,
     };
 };
 
