@@ -288,12 +288,11 @@ class InstalledFiles(AssetTest):
             hou.hda.uninstallFile(self.file)
         self.assertEqual(hou.hda.loadedFiles(), ())
 
-    def test_stay_while_there_are_nodes_of_them(self):
-        made = self.subnet().createDigitalAsset("korvan::looks", self.file)
-        with self.fails("/vex/looks is a node of its type"):
-            hou.hda.uninstallFile(self.file)
-        made.destroy()
+    def test_leave_placeholders_for_the_nodes_of_their_types(self):
+        self.subnet().createDigitalAsset("korvan::looks", self.file)
         hou.hda.uninstallFile(self.file)
+        self.assertEqual(self.vex.node("looks").type().name(), "korvan::looks")
+        self.assertEqual(len(self.vex.node("looks").children()), 3)
         self.assertIsNone(hou.vopNodeTypeCategory().nodeType("korvan::looks"))
         with self.fails("There is no node type"):
             self.vex.createNode("korvan::looks")
