@@ -27,6 +27,7 @@ set(HOST_OP2_SOURCES
     src/op/op_otl_instance.cpp
     src/op/op_otl_library.cpp
     src/op/op_otl_manager.cpp
+    src/op/op_otl_orphans.cpp
     src/op/op_otl_types.cpp
     src/op/op_placeholder.cpp
     src/op/op_spare_template.cpp

@@ -218,6 +218,30 @@ class CreatedAssets(AssetTest):
         self.assertEqual(self.bytes(other), damaged)
 
 
+class Containers(AssetTest):
+    def setUp(self):
+        super().setUp()
+        self.look = hou.node("/shop").createNode("korvan_vopnet")
+
+    def test_admit_what_was_made_of_their_own_nodes(self):
+        subnet = self.look.createNode("subnet", "paint")
+        subnet.node("suboutput1").setInput(0, subnet.createNode("korvan::image"))
+        made = subnet.createDigitalAsset("artist::paint", self.file)
+        self.assertEqual(made.type().definition().extraInfo(), "korvan_vopnet")
+        another = self.look.createNode("artist::paint")
+        self.assertEqual([child.type().name() for child in another.children()],
+                         ["subinput", "suboutput", "korvan::image"])
+        with self.fails("cannot be created in /vex"):
+            self.vex.createNode("artist::paint")
+
+    def test_refuse_what_holds_other_nodes(self):
+        subnet = self.vex.createNode("subnet", "sum")
+        subnet.createNode("add")
+        subnet.createDigitalAsset("korvan::sum", self.file)
+        with self.fails("cannot be created in /shop/korvan_vopnet1"):
+            self.look.createNode("korvan::sum")
+
+
 class Definitions(AssetTest):
     def test_belong_to_their_types(self):
         made = self.subnet().createDigitalAsset("korvan::looks", self.file, "The Looks", 1, 2)
@@ -264,12 +288,11 @@ class InstalledFiles(AssetTest):
             hou.hda.uninstallFile(self.file)
         self.assertEqual(hou.hda.loadedFiles(), ())
 
-    def test_stay_while_there_are_nodes_of_them(self):
-        made = self.subnet().createDigitalAsset("korvan::looks", self.file)
-        with self.fails("/vex/looks is a node of its type"):
-            hou.hda.uninstallFile(self.file)
-        made.destroy()
+    def test_leave_placeholders_for_the_nodes_of_their_types(self):
+        self.subnet().createDigitalAsset("korvan::looks", self.file)
         hou.hda.uninstallFile(self.file)
+        self.assertEqual(self.vex.node("looks").type().name(), "korvan::looks")
+        self.assertEqual(len(self.vex.node("looks").children()), 3)
         self.assertIsNone(hou.vopNodeTypeCategory().nodeType("korvan::looks"))
         with self.fails("There is no node type"):
             self.vex.createNode("korvan::looks")

@@ -16,7 +16,7 @@ def installFile(file_path, oplibraries_file=None, change_oplibraries_file=True, 
 
 
 def uninstallFile(file_path, oplibraries_file=None, change_oplibraries_file=True):
-    """Removes the types of an asset file. Raises hou.OperationFailed while there are nodes of them."""
+    """Removes the types of an asset file; nodes of them stay as placeholders, as in a scene whose types are missing."""
     _hou.uninstall_library(_check.text(file_path, "file_path"))
 
 

@@ -1,5 +1,6 @@
 #include "op_otl_manager.h"
 
+#include "op_otl_orphans.h"
 #include "op_otl_types.h"
 
 #include <OP/OP_Director.h>
@@ -170,16 +171,18 @@ bool uninstallLibrary(const std::string& path, std::string& why)
         return false;
     }
     const std::vector<OP_Operator*> operators = operatorsFrom(full);
-    if (const OP_Node* node = findNodeOf(operators))
-    {
-        why = quoted(full) + " stays installed: " + node->getFullPath().toStdString() +
-              " is a node of its type " + quoted(node->getOperator()->getName().toStdString()) +
-              ". Delete the nodes of its types first.";
-        return false;
-    }
+    Orphans orphans(operators);
     for (OP_Operator* op : operators)
         remove(op);
     installed().erase(held);
+    orphans.restore();
+    const std::size_t count = orphans.paths().size();
+    const std::string others = " and " + std::to_string(count - 1) + " more stay as placeholders";
+    if (count)
+        report(Severity::Warning, quoted(full) + " was uninstalled while there were nodes of its types: " +
+                                      orphans.paths().front() +
+                                      (count > 1 ? others : " stays as a placeholder") +
+                                      ". Install it again and load the scene anew to use them.");
     return true;
 }
 

@@ -24,8 +24,8 @@ std::shared_ptr<OP_OTLLibrary> openLibrary(const std::string& path, std::string&
 /// sentence, when the file is no asset file.
 bool installLibrary(const std::string& path, std::string& why);
 
-/// Removes the types of an asset file. False, with a sentence and nothing changed, when it is not installed, or when there
-/// are nodes of one of them.
+/// Removes the types of an asset file; nodes of them become placeholders, and a message says so. False, with a sentence
+/// and nothing changed, when it is not installed.
 bool uninstallLibrary(const std::string& path, std::string& why);
 
 /// The paths of the installed files, in the order of their installing.

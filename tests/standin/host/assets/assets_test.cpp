@@ -220,18 +220,44 @@ TEST_F(Assets, AreReadAnewWhenTheirFileIsInstalledAgain)
     EXPECT_EQ(standin::installedLibraries().size(), 1u);
 }
 
-TEST_F(Assets, AreUninstalledOnceTheirNodesAreGone)
+TEST_F(Assets, AreUninstalledOnce)
 {
     install(write({}));
-    m_net->createNode("test::x", "mine");
     std::string why;
-    EXPECT_FALSE(uninstallLibrary(path("a.hda"), why));
-    EXPECT_THAT(why, HasSubstr("/vex/mine is a node of its type \"test::x\""));
-    m_net->destroyNode(m_net->getChild("mine"));
     EXPECT_TRUE(uninstallLibrary(path("a.hda"), why)) << why;
     EXPECT_EQ(op("test::x"), nullptr);
     EXPECT_FALSE(uninstallLibrary(path("a.hda"), why));
     EXPECT_THAT(why, HasSubstr("is not installed"));
+}
+
+TEST_F(Assets, LeavePlaceholdersWithEverythingWhenTheyAreUninstalled)
+{
+    install(write({{"DialogScript", dialog}, {"Contents.gz", gzipped(contents())}}));
+    OP_Node* before = m_net->createNode("add", "before");
+    OP_Node* mine = m_net->createNode("test::x", "mine");
+    OP_Node* other = m_net->createNode("test::x", "other");
+    OP_Node* after = m_net->createNode("add", "after");
+    mine->setInput(1, before);
+    other->setInput(0, mine);
+    after->setInput(0, other);
+    other->setUserData("who", "me", false);
+
+    std::string why;
+    EXPECT_TRUE(uninstallLibrary(path("a.hda"), why)) << why;
+    EXPECT_THAT(takeTexts(), ElementsAre(HasSubstr(": /vex/mine and 1 more stay as placeholders.")));
+    EXPECT_EQ(op("test::x"), nullptr);
+    OP_Node* mineNow = m_net->getChild("mine");
+    OP_Node* otherNow = m_net->getChild("other");
+    ASSERT_TRUE(mineNow && otherNow);
+    EXPECT_STREQ(otherNow->getOperator()->getName(), "test::x");
+    EXPECT_EQ(mineNow->getInput(1), before);
+    EXPECT_EQ(otherNow->getInput(0), mineNow);
+    EXPECT_EQ(after->getInput(0), otherNow);
+    UT_String who;
+    EXPECT_TRUE(otherNow->getUserData("who", who));
+    EXPECT_STREQ(who, "me");
+    EXPECT_EQ(mineNow->castToOPNetwork()->getNchildren(), 3);
+    EXPECT_EQ(mineNow->findNode("suboutput1")->getInput(0), mineNow->findNode("pass"));
 }
 
 TEST_F(Assets, OfABadFileAreRefusedWithASentence)
