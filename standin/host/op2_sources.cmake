@@ -37,11 +37,14 @@ set(HOST_OP2_SOURCES
     src/shop/shop_node.cpp
     src/shop/shop_operator.cpp
     src/standin/builtin_types.cpp
+    src/standin/copies.cpp
     src/standin/host.cpp
     src/standin/messages.cpp
     src/standin/networks.cpp
     src/standin/paths.cpp
     src/standin/plugins.cpp
+    src/standin/scene.cpp
+    src/standin/scene_file.cpp
     src/standin/shared_object.cpp
     src/vop/vop_builtin.cpp
     src/vop/vop_node.cpp

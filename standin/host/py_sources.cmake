@@ -4,6 +4,7 @@ set(HOST_PY_SOURCES
     src/py/hou_multi_parms.cpp
     src/py/hou_nodes.cpp
     src/py/hou_parms.cpp
+    src/py/hou_scenes.cpp
     src/py/hou_session.cpp
     src/py/hou_spare_parms.cpp
     src/py/hou_types.cpp
@@ -26,6 +27,7 @@ set(HOU_PACKAGE_FILES
     _nodes.py
     _parms.py
     _ramp.py
+    _scenes.py
     _session.py
     _template_group.py
     _templates.py
@@ -33,6 +35,7 @@ set(HOU_PACKAGE_FILES
     _types.py
     _vector.py
     hda.py
+    hipFile.py
     undos.py)
 
 set(HOU_PACKAGE_OUTPUTS "")

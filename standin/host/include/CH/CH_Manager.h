@@ -4,6 +4,7 @@
 #include <map>
 #include <mutex>
 #include <string>
+#include <vector>
 
 /// Finds the value of a session-wide variable ($HIP, $JOB, variables set by scripts). False when there is
 /// none.
@@ -34,6 +35,8 @@ public:
     void setVariable(const char* name, const char* value);
     void unsetVariable(const char* name);
     bool getVariable(const char* name, std::string& value) const;
+    /// Names of those that were set here, sorted.
+    std::vector<std::string> getVariableNames() const;
     /// A further source of variables, asked before the environment; null for none.
     void setVariableSource(CH_VariableSource source);
 

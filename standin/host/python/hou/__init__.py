@@ -4,7 +4,7 @@ Look-ups give None when they find nothing; operations that cannot be done raise 
 with a sentence that says why. Indices count from 0.
 """
 
-from . import hda, undos
+from . import hda, hipFile, undos
 from ._enums import (EnumValue, exprLanguage, fileType, folderType, menuType, nodeFlag, parmCondType, parmData,
                      parmLook, parmNamingScheme, parmTemplateType, rampBasis, rampParmType, scriptLanguage,
                      stringParmType)
@@ -14,6 +14,7 @@ from ._errors import (Error, InvalidInput, InvalidNodeName, InvalidNodeType, Inv
 from ._nodes import (Node, NodeConnection, ObjNode, RopNode, ShopNode, VopNode, cd, node, parm, parmTuple, pwd, root)
 from ._parms import Parm, ParmTuple
 from ._ramp import Ramp
+from ._scenes import copyNodesTo
 from ._session import (expandString, findDirectories, findFiles, fps, frame, frameToTime, houdiniPath, hscript,
                        hscriptExpression, intFrame, isUIAvailable, setFps, setFrame, setTime, time, timeToFrame)
 from ._template_group import ParmTemplateGroup

@@ -54,6 +54,15 @@ void CH_Manager::unsetVariable(const char* name)
         m_variables.erase(name);
 }
 
+std::vector<std::string> CH_Manager::getVariableNames() const
+{
+    const Lock lock(m_mutex);
+    std::vector<std::string> names;
+    for (const auto& variable : m_variables)
+        names.push_back(variable.first);
+    return names;
+}
+
 bool CH_Manager::getVariable(const char* name, std::string& value) const
 {
     CH_VariableSource source = nullptr;

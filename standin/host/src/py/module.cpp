@@ -42,6 +42,7 @@ py::module_ makeHouModule()
     bindParms(module);
     bindMultiParms(module);
     bindSpareParms(module);
+    bindScenes(module);
     bindUndos(module);
     bindAssets(module);
     return module;

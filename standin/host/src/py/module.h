@@ -31,6 +31,7 @@ void bindWires(pybind11::module_& module);
 void bindParms(pybind11::module_& module);
 void bindMultiParms(pybind11::module_& module);
 void bindSpareParms(pybind11::module_& module);
+void bindScenes(pybind11::module_& module);
 void bindUndos(pybind11::module_& module);
 void bindAssets(pybind11::module_& module);
 
