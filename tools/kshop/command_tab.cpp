@@ -6,6 +6,7 @@
 #include <OP/OP_Director.h>
 #include <OP/OP_Network.h>
 #include <standin/host.h>
+#include <standin/scene.h>
 
 #include <fmt/format.h>
 
@@ -15,14 +16,28 @@ namespace kshop
 namespace
 {
 
+/// False after a sentence. What the scene misses is said too, but the rest of it can be asked.
+bool loadScene(const std::string& file)
+{
+    std::vector<std::string> warnings;
+    std::string why;
+    const bool loaded = standin::loadScene(file, warnings, why);
+    for (const std::string& warning : warnings)
+        complain(warning);
+    if (!loaded)
+        complain(why);
+    return loaded;
+}
+
 /// The network at a path; null after a sentence.
-OP_Network* findNetwork(const std::string& path)
+OP_Network* findNetwork(const std::string& path, bool isFresh)
 {
     OP_Director* root = OPgetDirector();
     OP_Node* node = path == "/" ? root : root->findNode(path.c_str());
     if (!node)
     {
-        complain(fmt::format("there is no node {}; a fresh scene has /obj, /shop, /out and /vex", path));
+        complain(fmt::format("there is no node {}{}", path,
+                             isFresh ? "; a fresh scene has /obj, /shop, /out and /vex" : " in the scene"));
         return nullptr;
     }
     OP_Network* network = node->castToOPNetwork();
@@ -76,7 +91,9 @@ int runTab(const GlobalOptions& global, const TabOptions& options)
 {
     const Session session(global);
     session.showComplaints();
-    OP_Network* network = findNetwork(options.path);
+    if (!options.scene.empty() && !loadScene(options.scene))
+        return exit_failure;
+    OP_Network* network = findNetwork(options.path, options.scene.empty());
     if (network && !options.create.empty())
         network = createNetwork(*network, options.create);
     if (!network)

@@ -43,6 +43,7 @@ int runEnv(const GlobalOptions& global, const EnvOptions& options);
 struct TabOptions
 {
     std::string path;
+    std::string scene;  ///< file of the scene that the network is in; empty: a fresh one
     std::string create; ///< type of a node to make in that network, whose own menu is shown; empty: none
     bool json = false;
 };

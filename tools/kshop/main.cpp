@@ -88,7 +88,8 @@ Examples:
 
 const char* const tab_examples = R"(Examples:
   kshop tab /shop                            what can be made in /shop
-  kshop tab /shop --create korvan_vopnet     what can be made inside a new node of that type)";
+  kshop tab /shop --create korvan_vopnet     what can be made inside a new node of that type
+  kshop tab /shop/look --scene look.hip      what can be made inside a node of a scene)";
 
 /// The options of all commands, where the command line parser leaves them.
 struct Options
@@ -168,6 +169,8 @@ void addTab(CLI::App& app, Options& options)
 {
     CLI::App* command = app.add_subcommand("tab", "What the tab menu offers inside a network");
     command->add_option("PATH", options.tab.path, "The network, as in /shop")->required();
+    command->add_option("--scene", options.tab.scene,
+                        "The scene that the network is in, instead of a fresh one");
     command->add_option("--create", options.tab.create, "Make a node of this type there and look inside it");
     addJson(*command, options.tab.json);
     command->footer(tab_examples);

@@ -101,10 +101,12 @@ void TreeReader::sortEntry(const ArchiveEntry& entry)
         m_problems.push_back("The entry \"" + entry.name + "\" is there twice; the second one is left out.");
 }
 
+/// Also when the entry with its type is damaged: what is inside it must not go with that.
 bool TreeReader::isNode(const std::string& path) const
 {
     const auto found = m_items.find(path);
-    return found != m_items.end() && !path.empty() && hasPart(found->second.parts, "init");
+    return found != m_items.end() && !path.empty() &&
+           (hasPart(found->second.parts, "init") || hasPart(found->second.parts, "def"));
 }
 
 void TreeReader::findChildren()
@@ -174,7 +176,10 @@ OP_Node* TreeReader::construct(OP_Network& network, const std::string& path, con
             return node;
     const bool holdsNodes = !item.children.empty() || hasPart(item.parts, "order");
     OP_Node* node = createPlaceholder(network, type, nameOf(path), holdsNodes);
-    if (node)
+    if (node && type.empty())
+        m_problems.push_back(node->getFullPath().toStdString() +
+                             ": its type is lost; a placeholder keeps the rest.");
+    else if (node)
         m_missing[(table ? table->getName().toStdString() + " type" : std::string("type")) + " \"" + type +
                   "\""]
             .push_back(node->getFullPath().toStdString());

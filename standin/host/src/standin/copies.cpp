@@ -19,11 +19,20 @@ namespace
 std::string pathOf(const OP_Node& node) { return node.getFullPath().toStdString(); }
 std::string typeOf(const OP_Node& node) { return "\"" + node.getOperator()->getName().toStdString() + "\""; }
 
+/// The beginning and the end of a subnet, which come with it wherever a subnet is allowed.
+bool belongsToSubnet(const OP_Node& node)
+{
+    const OP_Operator* subnet = node.getParent()->getOperator();
+    const UT_String& type = node.getOperator()->getName();
+    return subnet && (subnet->getFlags() & OP_FLAG_PRIMARYSUBNET) != 0 &&
+           (type == "subinput" || type == "suboutput");
+}
+
 /// The first of a node and what is inside it that the filter in force in `network` refuses; null when it takes all.
 /// What has a filter of its own decides itself on what it holds.
 OP_Node* findRefused(OP_Node& node, OP_Network& network)
 {
-    if (!network.allowsOperator(node.getOperator()))
+    if (!network.allowsOperator(node.getOperator()) && !belongsToSubnet(node))
         return &node;
     OP_Network* inside = node.castToOPNetwork();
     if (!inside || inside->getOperatorFilter())

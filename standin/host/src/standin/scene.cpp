@@ -167,11 +167,14 @@ std::string missingSentence(const std::string& type, const std::vector<std::stri
            " until the plug-in or the asset that has it is there.";
 }
 
-void addWarnings(const TreeReader& reader, std::vector<std::string>& warnings)
+/// Adds what the reader has to say, and begins each sentence with the file.
+void addWarnings(const TreeReader& reader, const std::string& file, std::vector<std::string>& warnings)
 {
     for (const auto& missing : reader.missingTypes())
         warnings.push_back(missingSentence(missing.first, missing.second));
     warnings.insert(warnings.end(), reader.problems().begin(), reader.problems().end());
+    for (std::string& warning : warnings)
+        warning = file + ": " + warning;
 }
 
 void makeNodes(TreeReader& reader, bool replacing, std::vector<std::string>& warnings)
@@ -259,18 +262,19 @@ bool loadScene(const std::string& path, std::vector<std::string>& warnings, std:
     readVariables(reader.entry(variables_entry), warnings);
     makeNodes(reader, true, warnings);
     UTgetUndoManager()->clear();
-    addWarnings(reader, warnings);
+    addWarnings(reader, source, warnings);
     return true;
 }
 
 bool mergeScene(const std::string& path, std::vector<std::string>& warnings, std::string& why)
 {
+    const std::string source = absolute(path);
     std::vector<ArchiveEntry> entries;
-    if (!readScene(absolute(path), entries, why))
+    if (!readScene(source, entries, why))
         return false;
     TreeReader reader(entries);
     makeNodes(reader, false, warnings);
-    addWarnings(reader, warnings);
+    addWarnings(reader, source, warnings);
     return true;
 }
 
