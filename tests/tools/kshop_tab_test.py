@@ -1,5 +1,7 @@
 """kshop tab: what can be made inside a network."""
 
+import os
+import tempfile
 import unittest
 
 from kshop_case import KshopCase
@@ -17,6 +19,23 @@ class Tab(KshopCase):
         self.assertLessEqual(registered, inside)
         self.assertLessEqual({"subnet", "null"}, inside)
         self.assertEqual(registered & elsewhere, set())
+
+    def test_looks_into_a_scene(self):
+        with tempfile.TemporaryDirectory() as folder:
+            scene = os.path.join(folder, "look.hip")
+            script = os.path.join(folder, "make.py")
+            with open(script, "w") as file:
+                file.write("hou.node('/shop').createNode('korvan_vopnet', 'look').createNode('subnet', 'sub')\n"
+                           "hou.hipFile.save(%r)\n" % scene)
+            self.output_of("python", script)
+            inside = self.json_of("tab", "/shop/look/sub", "--scene", scene)
+            self.assertEqual(inside, self.json_of("tab", "/shop", "--create", "korvan_vopnet"))
+            self.assertTrue(inside)
+            self.assertEqual(self.failure_of("tab", "/shop/other", "--scene", scene),
+                             "kshop: there is no node /shop/other in the scene\n")
+            missing = os.path.join(folder, "none.hip")
+            self.assertEqual(self.failure_of("tab", "/shop", "--scene", missing),
+                             'kshop: The file "%s" cannot be read: No such file or directory. Check the path.\n' % missing)
 
     def test_shows_sub_menus(self):
         text = self.output_of("tab", "/shop", "--create", "korvan_vopnet")

@@ -169,10 +169,10 @@ TEST_F(DamagedScene, SaysThatADirectoryIsMissing)
 TEST_F(DamagedScene, IsReplacedBehindASymbolicLinkWithItsPermissionsKept)
 {
     const std::string link = file + ".link";
+    setBytes("old");
     chmod(file.c_str(), 0640);
     std::remove(link.c_str());
     ASSERT_EQ(symlink(file.c_str(), link.c_str()), 0);
-    setBytes("old");
     std::string why;
     EXPECT_TRUE(standin::saveScene(link, why)) << why;
     EXPECT_NE(bytes(), "old");

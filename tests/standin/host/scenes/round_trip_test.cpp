@@ -107,7 +107,7 @@ TEST_F(RoundTrip, KeepsRampsWithoutKeysAndWithMany)
 {
     node("parms", "none")->setInt("ramp", 0, 0, 0);
     OP_Node* many = node("parms", "many");
-    many->setInt("ramp", 0, 0, 5000);
+    many->getParm("ramp").setValue(0, 5000, false);
     many->setFloat("ramp4999pos", 0, 0, 0.123);
     roundTrip();
     EXPECT_EQ(find("none")->getParm("ramp").getMultiParmNumItems(), 0);

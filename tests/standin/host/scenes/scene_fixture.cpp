@@ -147,7 +147,12 @@ std::string SceneTest::bytes() const
     return all.str();
 }
 
-void SceneTest::setBytes(const std::string& bytes) const { std::ofstream(file, std::ios::binary) << bytes; }
+void SceneTest::setBytes(const std::string& bytes) const
+{
+    // Some file systems wait for the disk when a file is written over, and tests do that thousands of times.
+    std::remove(file.c_str());
+    std::ofstream(file, std::ios::binary) << bytes;
+}
 
 void SceneTest::replaceInFile(const std::string& what, const std::string& by)
 {
