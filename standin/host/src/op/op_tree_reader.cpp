@@ -2,6 +2,7 @@
 
 #include "op_node_entries.h"
 #include "op_node_parms.h"
+#include "op_otl_instance.h"
 #include "op_placeholder.h"
 #include "op_spare_template.h"
 #include "op_text.h"
@@ -46,6 +47,17 @@ std::string typeIn(const std::string& init)
         return std::string();
     at = init.find(key, at) + key.size();
     return init.substr(at, init.find('\n', at) - at);
+}
+
+/// True for an instance of an asset whose inside is that of the asset, and is not in the archive.
+bool isLockedAsset(const std::string& init) { return init.find("\nmatchesdef = 1") != std::string::npos; }
+
+bool isInsideItsOwnType(const OP_Node& node)
+{
+    for (const OP_Node* above = node.getParent(); above; above = above->getParent())
+        if (above->getOperator() == node.getOperator())
+            return true;
+    return false;
 }
 
 const std::string& partOf(const std::map<std::string, std::string>& parts, const char* suffix)
@@ -195,9 +207,20 @@ OP_Node* TreeReader::makeNode(OP_Network& network, const std::string& path)
         return nullptr;
     item.id = id;
     m_made.push_back(path);
-    if (OP_Network* inside = node->castToOPNetwork())
+    OP_Network* inside = node->castToOPNetwork();
+    if (inside && !item.children.empty())
         makeChildren(*inside, path);
+    else if (inside && isLockedAsset(partOf(item.parts, "init")))
+        loadLockedContents(*node);
     return OP_Node::lookupNode(id);
+}
+
+void TreeReader::loadLockedContents(OP_Node& node)
+{
+    if (isInsideItsOwnType(node))
+        complain(node, {"its type holds itself; it stays empty"});
+    else
+        loadAssetContents(node);
 }
 
 // Listeners may delete anything while nodes are made.
@@ -223,6 +246,22 @@ void TreeReader::complain(const OP_Node& node, const std::vector<std::string>& s
         m_problems.push_back(node.getFullPath().toStdString() + ": " + sentence + ".");
 }
 
+namespace
+{
+
+/// The outputs of the beginning of a subnet are the subnet's inputs. A placeholder in the place of that subnet cannot
+/// know them but from there.
+void tellInputs(OP_Node& node, const NodeDef& def)
+{
+    Placeholder* outer = placeholderOf(node.getParent());
+    if (!outer || node.getOperator()->getName() != "subinput")
+        return;
+    for (std::size_t i = 0; i < def.outputNames.size(); ++i)
+        outer->needInput(static_cast<unsigned>(i), def.outputNames[i].second);
+}
+
+} // namespace
+
 void TreeReader::fill(OP_Node& node, Item& item)
 {
     std::vector<std::string> problems;
@@ -237,6 +276,7 @@ void TreeReader::fill(OP_Node& node, Item& item)
         fillPlaceholder(node, item);
         return;
     }
+    tellInputs(node, item.def);
     readSpareParms(node, partOf(item.parts, "spareparmdef"), problems);
     if (hasPart(item.parts, "parm"))
         readParms(node, partOf(item.parts, "parm"), problems);

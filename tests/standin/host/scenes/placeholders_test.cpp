@@ -141,6 +141,23 @@ TEST_F(Placeholders, KeepWhatIsInsideAContainerThatIsMissing)
     EXPECT_EQ(bytes(), before);
 }
 
+TEST_F(Placeholders, PassTheirInputsInAsTheMissingTypeDid)
+{
+    load();
+    VOP_Node* subnet = findVop("sub");
+    OP_Node* begin = subnet->createNodeUnfiltered("subinput", "begin");
+    subnet->setInput(0, find("source"), 1);
+    subnet->setInput(1, find("lights"), 0);
+    subnet->createNodeUnfiltered("suboutput", "end")->setInput(0, begin, 1);
+    save();
+    replaceInFile("type = subnet\n", "type = gone::subnet\n");
+    const std::string before = bytes();
+    load();
+    EXPECT_THAT(wiresOf(find("sub/end")), ElementsAre("begin.1>0"));
+    save();
+    EXPECT_EQ(bytes(), before);
+}
+
 TEST_F(Placeholders, AreMadeForTypesWhoseConstructorThrows)
 {
     replaceInFile("type = gone::sink\n", "type = test::throwing\n");
