@@ -49,17 +49,6 @@ std::string typeIn(const std::string& init)
     return init.substr(at, init.find('\n', at) - at);
 }
 
-/// True for an instance of an asset whose inside is that of the asset, and is not in the archive.
-bool isLockedAsset(const std::string& init) { return init.find("\nmatchesdef = 1") != std::string::npos; }
-
-bool isInsideItsOwnType(const OP_Node& node)
-{
-    for (const OP_Node* above = node.getParent(); above; above = above->getParent())
-        if (above->getOperator() == node.getOperator())
-            return true;
-    return false;
-}
-
 const std::string& partOf(const std::map<std::string, std::string>& parts, const char* suffix)
 {
     static const std::string none;
@@ -207,20 +196,13 @@ OP_Node* TreeReader::makeNode(OP_Network& network, const std::string& path)
         return nullptr;
     item.id = id;
     m_made.push_back(path);
-    OP_Network* inside = node->castToOPNetwork();
-    if (inside && !item.children.empty())
+    if (OP_Network* inside = node->castToOPNetwork())
         makeChildren(*inside, path);
-    else if (inside && isLockedAsset(partOf(item.parts, "init")))
-        loadLockedContents(*node);
+    // A locked asset is stored without what is inside it.
+    const bool locked = partOf(item.parts, "init").find("\nmatchesdef = 1") != std::string::npos;
+    if (locked && item.children.empty() && OP_Node::lookupNode(id))
+        loadAssetContents(*node);
     return OP_Node::lookupNode(id);
-}
-
-void TreeReader::loadLockedContents(OP_Node& node)
-{
-    if (isInsideItsOwnType(node))
-        complain(node, {"its type holds itself; it stays empty"});
-    else
-        loadAssetContents(node);
 }
 
 // Listeners may delete anything while nodes are made.

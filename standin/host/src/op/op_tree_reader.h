@@ -69,7 +69,6 @@ private:
     bool isNode(const std::string& path) const;
     void putInOrder(const std::string& path, Item& item);
     OP_Node* construct(OP_Network& network, const std::string& path, const Item& item);
-    void loadLockedContents(OP_Node& node);
     void fill(OP_Node& node, Item& item);
     void fillPlaceholder(OP_Node& node, Item& item);
     void wire();

@@ -114,6 +114,30 @@ TEST_F(Placeholders, FollowNodesThatAreRenamed)
     EXPECT_THAT(wiresOf(find("sink")), ElementsAre("renamed.1>1"));
 }
 
+TEST_F(Placeholders, FollowNodesWhoseNamesWereTakenWhenTheyWereMerged)
+{
+    std::string why;
+    std::vector<standin::ArchiveEntry> entries, moved;
+    ASSERT_TRUE(standin::readArchive(bytes(), entries, why)) << why;
+    for (const standin::ArchiveEntry& entry : entries)
+    {
+        const std::string inside = netPath().substr(1) + "/";
+        const bool wanted = entry.name.compare(0, inside.size(), inside) == 0;
+        if (wanted || entry.name == ".start" || entry.name == "vex.init")
+            moved.push_back({wanted ? "vex/" + entry.name.substr(inside.size()) : entry.name, entry.data});
+    }
+    setBytes(standin::writeArchive(moved));
+    load();
+    Texts warnings;
+    ASSERT_TRUE(standin::mergeScene(file, warnings, why)) << why;
+    OP_Network* vex = OPgetDirector()->getManager("vex");
+    EXPECT_THAT(wiresOf(vex->getChild("sink1")), ElementsAre("source1.1>1"));
+    save();
+    load();
+    EXPECT_THAT(wiresOf(vex->getChild("sink1")), ElementsAre("source1.1>1"));
+    EXPECT_THAT(wiresOf(vex->getChild("sink")), ElementsAre("source.1>1"));
+}
+
 TEST_F(Placeholders, GiveWayToTheRealTypeWhenItIsThere)
 {
     load();
