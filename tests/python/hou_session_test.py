@@ -124,7 +124,7 @@ class Threads(SceneTest):
 
 class Absent(unittest.TestCase):
     def test_names_are_attribute_errors(self):
-        for name in ("nothing", "ui", "hda"):
+        for name in ("nothing", "ui", "qt"):
             with self.assertRaises(AttributeError):
                 getattr(hou, name)
 

@@ -106,7 +106,7 @@ std::shared_ptr<const Bytes> BytesPlace::open() const
     return bytes;
 }
 
-bool placeOfFile(const std::string& path, BytesPlace& place, std::string& why)
+bool placeOfFile(std::string path, BytesPlace& place, std::string& why)
 {
     struct stat status;
     if (::stat(path.c_str(), &status) != 0)

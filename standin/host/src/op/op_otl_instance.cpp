@@ -9,6 +9,7 @@
 #include <standin/host.h>
 
 #include <memory>
+#include <set>
 
 namespace standin
 {
@@ -46,6 +47,29 @@ bool readSection(OP_Operator& op, const char* section, bool compressed, std::str
     return false;
 }
 
+/// Assets hold locked nodes of other assets, and a damaged file may hold one of itself. Loading happens on one thread.
+class LoadingType
+{
+public:
+    explicit LoadingType(const OP_Operator& op) : m_isFirst(types().insert(&op).second), m_op(&op) {}
+    ~LoadingType()
+    {
+        if (m_isFirst)
+            types().erase(m_op);
+    }
+    bool isFirst() const { return m_isFirst; }
+
+private:
+    static std::set<const OP_Operator*>& types()
+    {
+        static std::set<const OP_Operator*> underWay;
+        return underWay;
+    }
+
+    bool m_isFirst;
+    const OP_Operator* m_op;
+};
+
 } // namespace
 
 bool readAssetContents(OP_Operator& op, std::string& bytes, std::string& why)
@@ -68,7 +92,11 @@ void loadAssetContents(OP_Node& node)
     const std::string path = node.getFullPath().toStdString();
     std::string bytes;
     std::string why;
-    bool good = readAssetContents(*op, bytes, why);
+    const LoadingType loading(*op);
+    bool good = loading.isFirst();
+    if (!good)
+        why = placeOf(*op, "Contents") + ", holds a node of its own type. Get an undamaged copy.";
+    good = good && readAssetContents(*op, bytes, why);
     if (good && !bytes.empty() && !readContents(*network, bytes, why))
     {
         good = false;
