@@ -70,7 +70,8 @@ bool isHostsOwn(OP_OTLLibrary& library)
 {
     const char* host = std::getenv("HH");
     const UT_String source(library.getSource());
-    return host && std::string(source.buffer() ? source.buffer() : "").compare(0, std::strlen(host), host) == 0;
+    return host &&
+           std::string(source.buffer() ? source.buffer() : "").compare(0, std::strlen(host), host) == 0;
 }
 
 } // namespace

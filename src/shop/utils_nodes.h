@@ -1,6 +1,7 @@
 #ifndef ZELK_SHOP_UTILS_NODES_H
 #define ZELK_SHOP_UTILS_NODES_H
 
+#include <memory>
 #include <string>
 
 class OP_Node;
@@ -28,6 +29,30 @@ int parmIndexOf(const void* eventData);
 
 /// Whether a connector has that name. A null text equals a null name only.
 bool isNamed(const char* connector, const UT_String& name);
+
+/// Lets a node find out whether it survived something that calls foreign code. A node holds one; a Watch is made before.
+class NodeLife
+{
+public:
+    NodeLife() : m_life(std::make_shared<char>()) {}
+
+    class Watch
+    {
+    public:
+        explicit Watch(const NodeLife& life) : m_life(life.m_life) {}
+        /// True once the node is gone.
+        bool isOver() const { return m_life.expired(); }
+
+    private:
+        std::weak_ptr<char> m_life;
+    };
+
+private:
+    NodeLife(const NodeLife&);
+    NodeLife& operator=(const NodeLife&);
+
+    std::shared_ptr<char> m_life;
+};
 
 /// Shows another level of a node's connectors (VOP_OPT_..._FLAG; 0 leaves it as it is) and moves the node so that the
 /// middle of its tile stays where it was.

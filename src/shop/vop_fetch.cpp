@@ -158,8 +158,9 @@ VOP_Node* VOP_KorvanFetch::findTarget(const std::string& path) const
 
 void VOP_KorvanFetch::handleParmChanged(int parmIndex)
 {
+    const NodeLife::Watch life(m_life);
     triggerUIChanged(OP_UICHANGE_ANY);
-    if (parmIndex != target_parm_index)
+    if (life.isOver() || parmIndex != target_parm_index)
         return;
 
     UT_String text;
@@ -175,42 +176,41 @@ void VOP_KorvanFetch::handleParmChanged(int parmIndex)
     descriptive_name = target || path.empty() ? path : "Invalid Path";
 
     if (outputs.empty())
-        dropWires();
+        dropWires(life);
     else if (outputs.size() < oldCount)
-        moveWiresToLastOutput(oldCount);
-    storeUserData();
+        moveWiresToLastOutput(oldCount, life);
+    if (!life.isOver())
+        storeUserData();
 }
 
-void VOP_KorvanFetch::dropWires()
+void VOP_KorvanFetch::dropWires(const NodeLife::Watch& life)
 {
-    for (unsigned left = nOutputs(-1); left > 0; --left)
-        if (OP_Node* reader = getOutput(0, -1))
-            moveWires(*reader);
+    for (unsigned left = nOutputs(-1); !life.isOver() && left > 0; --left)
+        moveOneWire(-1);
 }
 
 /// Deliberate: wires of outputs that are gone are not dropped, whatever the type of the last output.
-void VOP_KorvanFetch::moveWiresToLastOutput(unsigned oldCount)
+void VOP_KorvanFetch::moveWiresToLastOutput(unsigned oldCount, const NodeLife::Watch& life)
 {
-    for (unsigned gone = static_cast<unsigned>(outputs.size()); gone < oldCount; ++gone)
-        for (unsigned left = nOutputs(static_cast<int>(gone)); left > 0; --left)
-            if (OP_Node* reader = getOutput(0, static_cast<int>(gone)))
-                moveWires(*reader);
+    for (int gone = static_cast<int>(outputs.size()); !life.isOver() && gone < static_cast<int>(oldCount);
+         ++gone)
+        for (unsigned left = nOutputs(gone); !life.isOver() && left > 0; --left)
+            moveOneWire(gone);
 }
 
-/// Feeds the inputs of `reader` that outputs beyond the last one feed from the last one; from nothing when there is
-/// none. Backwards: an unordered input that is disconnected makes the later ones move up.
-void VOP_KorvanFetch::moveWires(OP_Node& reader)
+void VOP_KorvanFetch::moveOneWire(int output)
 {
-    const int count = static_cast<int>(outputs.size());
-    for (unsigned i = reader.getInputsArraySize(); i-- > 0;)
+    OP_Node* reader = getOutput(0, output);
+    for (unsigned i = 0; reader && i < reader->getInputsArraySize(); ++i)
     {
-        const OP_Input* wire = reader.getInputReferenceConst(i);
-        if (!wire || wire->getNode() != this || wire->getNodeOutputIndex() < count)
+        const OP_Input* wire = reader->getInputReferenceConst(i);
+        if (!wire || wire->getNode() != this || (output >= 0 && wire->getNodeOutputIndex() != output))
             continue;
-        if (count == 0)
-            reader.setInput(i, nullptr);
+        if (outputs.empty())
+            reader->setInput(i, nullptr);
         else
-            reader.setInput(i, this, static_cast<unsigned>(count - 1));
+            reader->setInput(i, this, static_cast<unsigned>(outputs.size() - 1));
+        return;
     }
 }
 

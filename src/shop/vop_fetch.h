@@ -1,6 +1,7 @@
 #ifndef ZELK_SHOP_VOP_FETCH_H
 #define ZELK_SHOP_VOP_FETCH_H
 
+#include "utils_nodes.h"
 #include "vop_utility.h"
 
 #include <OP/OP_Value.h>
@@ -57,9 +58,12 @@ private:
 
     void handleParmChanged(int parmIndex);
     VOP_Node* findTarget(const std::string& path) const;
-    void dropWires();
-    void moveWiresToLastOutput(unsigned oldCount);
-    void moveWires(OP_Node& reader);
+    // Whoever hears of a wire may delete this node, or the one at the other end.
+    void dropWires(const NodeLife::Watch& life);
+    void moveWiresToLastOutput(unsigned oldCount, const NodeLife::Watch& life);
+    /// Feeds the first input that reads `output` (any with -1) from the last output instead; from nothing when there is
+    /// none.
+    void moveOneWire(int output);
 
     std::vector<OutputData> userDataOutputs() const;
     void storeUserData();
@@ -68,6 +72,7 @@ private:
     mutable std::vector<OutputData> outputs;
     std::string descriptive_name;
     mutable bool outputs_loaded; ///< `outputs` is what the user data says
+    NodeLife m_life;
 };
 
 } // namespace shop

@@ -283,9 +283,12 @@ void VOP_KorvanRamp::nodeEventHandler(OP_Node*, void* callee, OP_EventType type,
 
 void VOP_KorvanRamp::handleParmChanged(int parmIndex)
 {
+    // Whoever hears of the redraw, or of a wire that goes, may delete this node.
+    const NodeLife::Watch life(m_life);
     triggerUIChanged(OP_UICHANGE_ANY);
-    disconnectRemovedKeys();
-    if (parmIndex < 0)
+    if (!life.isOver())
+        disconnectRemovedKeys(life);
+    if (life.isOver() || parmIndex < 0)
         return;
     if (parmIndex == input_parm_index)
         publishInput();
@@ -295,10 +298,10 @@ void VOP_KorvanRamp::handleParmChanged(int parmIndex)
         publishKeys();
 }
 
-void VOP_KorvanRamp::disconnectRemovedKeys()
+void VOP_KorvanRamp::disconnectRemovedKeys(const NodeLife::Watch& life)
 {
     const unsigned visible = getNumVisibleInputs();
-    for (unsigned i = nInputs(); i > visible; --i)
+    for (unsigned i = nInputs(); !life.isOver() && i > visible; --i)
         setInput(i - 1, nullptr);
 }
 

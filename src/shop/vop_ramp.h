@@ -1,6 +1,7 @@
 #ifndef ZELK_SHOP_VOP_RAMP_H
 #define ZELK_SHOP_VOP_RAMP_H
 
+#include "utils_nodes.h"
 #include "vop_utility.h"
 
 #include <OP/OP_Value.h>
@@ -83,7 +84,7 @@ protected:
 
 private:
     int keyCount(double time) const;
-    void disconnectRemovedKeys();
+    void disconnectRemovedKeys(const NodeLife::Watch& life);
 
     /// Drops the wires of keys that are gone, and tells the running render about one edit; any edit of a key sends the
     /// whole ramp.
@@ -92,6 +93,8 @@ private:
     void publishPattern();
     void publishKeys();
     void publishRecord(ipr::Delta& delta) const;
+
+    NodeLife m_life;
 };
 
 /// The three parameters of a ramp node, in order. What they are made of lives for the process.

@@ -1,11 +1,12 @@
 #ifndef ZELK_SHOP_VOP_SHADERS_H
 #define ZELK_SHOP_VOP_SHADERS_H
 
+#include "utils_nodes.h"
+
 #include <OP/OP_Value.h>
 #include <VOP/VOP_Node.h>
 #include <VOP/VOP_Operator.h>
 
-#include <memory>
 #include <string>
 #include <vector>
 
@@ -86,7 +87,7 @@ private:
     void handleParmChanged(int parmIndex);
     std::vector<std::string> updateTargets() const;
 
-    std::shared_ptr<char> m_life; ///< ends with the node, which an event that is under way can ask for
+    NodeLife m_life;
 };
 
 } // namespace shop

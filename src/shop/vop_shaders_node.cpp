@@ -24,7 +24,7 @@ OP_Node* VOP_KorvanShader::myConstructor(OP_Network* net, const char* name, OP_O
 }
 
 VOP_KorvanShader::VOP_KorvanShader(OP_Network* net, const char* name, OP_Operator* op)
-    : VOP_Node(net, name, op), m_life(std::make_shared<char>())
+    : VOP_Node(net, name, op)
 {
     addOpInterest(this, nodeEventHandler);
 }

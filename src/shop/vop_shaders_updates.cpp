@@ -161,11 +161,9 @@ std::vector<std::string> VOP_KorvanShader::updateTargets() const
 void VOP_KorvanShader::handleParmChanged(int parmIndex)
 {
     // Whoever hears of the redraw may delete this node.
-    const std::weak_ptr<char> life = m_life;
+    const NodeLife::Watch life(m_life);
     triggerUIChanged(OP_UICHANGE_ANY);
-    if (life.expired())
-        return;
-    if (parmIndex < 0 || parmIndex >= getNumParms())
+    if (life.isOver() || parmIndex < 0 || parmIndex >= getNumParms())
         return;
     const ParmDesc* parm = desc().parmDesc(getParm(parmIndex).getToken());
     if (!parm || parm->isExtra || isImageFile(desc(), *parm))
