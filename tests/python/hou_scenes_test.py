@@ -206,6 +206,62 @@ class Scenes(ScenesTest):
         self.assertEqual(self.bytes(), before)
 
 
+def without_entries(archive, prefix):
+    """The archive without the entries whose names begin with that."""
+    kept, place = b"", 0
+    while place < len(archive):
+        size = 76 + int(archive[place + 59:place + 65], 8) + int(archive[place + 65:place + 76], 8)
+        if not archive[place + 76:].startswith(prefix):
+            kept += archive[place:place + size]
+        place += size
+    return kept
+
+
+class AssetsInScenes(ScenesTest):
+    """Instances of an asset that holds an "add" behind its one input."""
+
+    def setUp(self):
+        super().setUp()
+        self.library = os.path.join(self.folder, "thing.hda")
+        subnet = self.vex.createNode("subnet", "thing")
+        add = subnet.createNode("add", "sum")
+        subnet.setInput(0, self.vex.createNode("add", "source"))
+        add.setInput(0, subnet.node("subinput1"))
+        subnet.node("suboutput1").setInput(0, add)
+        subnet.createDigitalAsset(name="scenes_test::thing", hda_file_name=self.library, description="Thing")
+        self.vex.createNode("scenes_test::thing", "made")
+
+    def tearDown(self):
+        super().tearDown()
+        if self.library in hou.hda.loadedFiles():
+            hou.hda.uninstallFile(self.library)
+
+    def test_keep_what_is_inside(self):
+        hou.node("/vex/made").createNode("add", "extra")
+        before = scene_facts()
+        hou.hipFile.save(self.file)
+        hou.hipFile.load(self.file)
+        self.assertEqual(scene_facts(), before)
+
+    def test_that_match_their_definition_are_filled_from_it(self):
+        hou.hipFile.save(self.file)
+        locked = without_entries(self.bytes(), b"vex/made/").replace(b"matchesdef = 0", b"matchesdef = 1")
+        self.write(locked)
+        hou.hipFile.load(self.file)
+        made = hou.node("/vex/made")
+        self.assertEqual(made.node("suboutput1").inputs(), (made.node("sum"),))
+
+    def test_are_placeholders_while_the_library_is_missing(self):
+        hou.hipFile.save(self.file)
+        before = self.bytes()
+        hou.hipFile.clear()
+        hou.hda.uninstallFile(self.library)
+        hou.hipFile.load(self.file, ignore_load_warnings=True)
+        self.assertEqual(hou.node("/vex/made").type().name(), "scenes_test::thing")
+        hou.hipFile.save()
+        self.assertEqual(self.bytes(), before)
+
+
 class Copies(ScenesTest):
     def test_are_new_nodes_in_the_order_asked_for(self):
         first, second = self.vex.createNode("add", "first"), self.vex.createNode("add", "second")
@@ -221,13 +277,14 @@ class Copies(ScenesTest):
     def test_are_refused_where_the_type_is_not_allowed(self):
         add = self.vex.createNode("add", "sum")
         look = hou.node("/shop").createNode("korvan_vopnet")
+        before = look.children()
         with self.fails('/vex/sum cannot be copied into .*"add" is not allowed there'):
             hou.copyNodesTo((add,), look)
         with self.fails("holds no nodes|cannot contain"):
             hou.copyNodesTo((add,), self.obj.createNode("null"))
         with self.assertRaises(TypeError):
             hou.copyNodesTo((add,), "/vex")
-        self.assertEqual(look.children(), ())
+        self.assertEqual(look.children(), before)
 
 
 if __name__ == "__main__":

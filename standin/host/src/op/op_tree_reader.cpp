@@ -228,6 +228,22 @@ void TreeReader::complain(const OP_Node& node, const std::vector<std::string>& s
         m_problems.push_back(node.getFullPath().toStdString() + ": " + sentence + ".");
 }
 
+namespace
+{
+
+/// The outputs of the beginning of a subnet are the subnet's inputs. A placeholder in the place of that subnet cannot
+/// know them but from there.
+void tellInputs(OP_Node& node, const NodeDef& def)
+{
+    Placeholder* outer = placeholderOf(node.getParent());
+    if (!outer || node.getOperator()->getName() != "subinput")
+        return;
+    for (std::size_t i = 0; i < def.outputNames.size(); ++i)
+        outer->needInput(static_cast<unsigned>(i), def.outputNames[i].second);
+}
+
+} // namespace
+
 void TreeReader::fill(OP_Node& node, Item& item)
 {
     std::vector<std::string> problems;
@@ -242,6 +258,7 @@ void TreeReader::fill(OP_Node& node, Item& item)
         fillPlaceholder(node, item);
         return;
     }
+    tellInputs(node, item.def);
     readSpareParms(node, partOf(item.parts, "spareparmdef"), problems);
     if (hasPart(item.parts, "parm"))
         readParms(node, partOf(item.parts, "parm"), problems);

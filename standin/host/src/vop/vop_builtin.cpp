@@ -1,6 +1,7 @@
 #include "vop_builtin.h"
 
 #include "../op/op_otl_types.h"
+#include "../op/op_placeholder.h"
 #include "../standin/builtin_types.h"
 
 #include <VOP/VOP_Node.h>
@@ -261,7 +262,12 @@ public:
     unsigned getNumVisibleOutputs() const override
     {
         const auto* subnet = dynamic_cast<const SubnetVop*>(getParent());
-        return subnet ? subnet->numPassedIn() : getParent() ? getParent()->nInputs() : 0;
+        if (subnet)
+            return subnet->numPassedIn();
+        // What a placeholder is wired to outside does not tell what its type passed in.
+        if (placeholderOf(getParent()))
+            return getParent()->getNumVisibleInputs();
+        return getParent() ? getParent()->nInputs() : 0;
     }
 
 protected:

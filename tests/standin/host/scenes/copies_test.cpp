@@ -1,5 +1,7 @@
 #include "scene_fixture.h"
 
+#include <UT/UT_UndoManager.h>
+
 using testing::ElementsAre;
 using testing::HasSubstr;
 using testing::IsEmpty;
@@ -92,9 +94,20 @@ TEST_F(Copies, SendNoParameterEventsAndRunNoCreationScripts)
     ParmEventCounter counter(net);
     OP_Node* made = copy({net->getChild("p"), node("suicidal", "s")}, net)[0];
     EXPECT_EQ(counter.parmEvents, 0);
+    EXPECT_EQ(counter.isLoadingSeen, 1);
     EXPECT_NE(net->getChild("s1"), nullptr);
     made->setFloat("f", 0, 0, 1);
     EXPECT_GT(counter.parmEvents, 0);
+}
+
+TEST_F(Copies, HaveValuesThatAreNoStepsOfUndo)
+{
+    VOP_Node* parms = node("parms", "p");
+    parms->setInt("outer", 0, 0, 2);
+    const Texts before = UTgetUndoManager()->getUndoLabels();
+    OP_Node* made = copy({parms}, net)[0];
+    EXPECT_EQ(UTgetUndoManager()->getUndoLabels(), before);
+    EXPECT_EQ(made->getParm("outer").getMultiParmNumItems(), 2);
 }
 
 TEST_F(Copies, AreRefusedWhereTheNetworkDoesNotAllowTheType)

@@ -114,6 +114,30 @@ TEST_F(Placeholders, FollowNodesThatAreRenamed)
     EXPECT_THAT(wiresOf(find("sink")), ElementsAre("renamed.1>1"));
 }
 
+TEST_F(Placeholders, FollowNodesWhoseNamesWereTakenWhenTheyWereMerged)
+{
+    std::string why;
+    std::vector<standin::ArchiveEntry> entries, moved;
+    ASSERT_TRUE(standin::readArchive(bytes(), entries, why)) << why;
+    for (const standin::ArchiveEntry& entry : entries)
+    {
+        const std::string inside = netPath().substr(1) + "/";
+        const bool wanted = entry.name.compare(0, inside.size(), inside) == 0;
+        if (wanted || entry.name == ".start" || entry.name == "vex.init")
+            moved.push_back({wanted ? "vex/" + entry.name.substr(inside.size()) : entry.name, entry.data});
+    }
+    setBytes(standin::writeArchive(moved));
+    load();
+    Texts warnings;
+    ASSERT_TRUE(standin::mergeScene(file, warnings, why)) << why;
+    OP_Network* vex = OPgetDirector()->getManager("vex");
+    EXPECT_THAT(wiresOf(vex->getChild("sink1")), ElementsAre("source1.1>1"));
+    save();
+    load();
+    EXPECT_THAT(wiresOf(vex->getChild("sink1")), ElementsAre("source1.1>1"));
+    EXPECT_THAT(wiresOf(vex->getChild("sink")), ElementsAre("source.1>1"));
+}
+
 TEST_F(Placeholders, GiveWayToTheRealTypeWhenItIsThere)
 {
     load();
@@ -137,6 +161,23 @@ TEST_F(Placeholders, KeepWhatIsInsideAContainerThatIsMissing)
     load();
     EXPECT_THAT(wiresOf(find("lights")), ElementsAre("source.1>1"));
     EXPECT_EQ(find("lights")->getOperator()->getName(), "test::lights");
+    save();
+    EXPECT_EQ(bytes(), before);
+}
+
+TEST_F(Placeholders, PassTheirInputsInAsTheMissingTypeDid)
+{
+    load();
+    VOP_Node* subnet = findVop("sub");
+    OP_Node* begin = subnet->createNodeUnfiltered("subinput", "begin");
+    subnet->setInput(0, find("source"), 1);
+    subnet->setInput(1, find("lights"), 0);
+    subnet->createNodeUnfiltered("suboutput", "end")->setInput(0, begin, 1);
+    save();
+    replaceInFile("type = subnet\n", "type = gone::subnet\n");
+    const std::string before = bytes();
+    load();
+    EXPECT_THAT(wiresOf(find("sub/end")), ElementsAre("begin.1>0"));
     save();
     EXPECT_EQ(bytes(), before);
 }

@@ -251,6 +251,17 @@ class Loading : public SceneTest
 {
 };
 
+/// A change of something that no scene holds, so that it outlives them all.
+class LastingChange : public UT_Undo
+{
+public:
+    void undo() override {}
+    void redo() override {}
+    bool isAlive() const override { return true; }
+    std::size_t getMemoryUsage() const override { return sizeof(*this); }
+    std::string getTarget() const override { return std::string(); }
+};
+
 TEST_F(Loading, SendsNoParameterEventsAndTellsThatItIsUnderWay)
 {
     node("parms", "p")->setInt("outer", 0, 0, 2);
@@ -267,7 +278,7 @@ TEST_F(Loading, SendsNoParameterEventsAndTellsThatItIsUnderWay)
 
 TEST_F(Loading, ForgetsWhatCouldBeUndone)
 {
-    node("parms", "p")->setFloat("f", 0, 0, 3);
+    UTgetUndoManager()->addToUndoBlock(std::unique_ptr<UT_Undo>(new LastingChange), "A Change");
     EXPECT_FALSE(UTgetUndoManager()->getUndoLabels().empty());
     roundTrip();
     EXPECT_THAT(UTgetUndoManager()->getUndoLabels(), IsEmpty());
