@@ -155,8 +155,8 @@ void FS_IndexFile::addSection(const char* name, const char* data, int length, in
 {
     if (!name || modifySection(name, data, length, modtime))
         return;
+    myContents->byName.emplace(name, myContents->sections.size());
     myContents->sections.push_back({name, placeInMemory(filePath(), data, length, modtime), false});
-    myContents->reindex();
 }
 
 bool FS_IndexFile::modifySection(const char* name, const char* data, int length, int modtime)
