@@ -66,6 +66,12 @@ Bytes takeWord(Bytes& line)
     return word;
 }
 
+/// Whether a line may hold the separator at all: text has no NUL.
+bool holdsNul(const Bytes& line)
+{
+    return std::memchr(line.begin, '\0', static_cast<std::size_t>(line.end - line.begin)) != nullptr;
+}
+
 /// First place of the separator; the end of the line when there is none. It is found by its NUL, since text has none.
 const char* findSeparator(const Bytes& line)
 {
@@ -101,6 +107,9 @@ public:
     /// False once a foreign type was met; the rest is of no interest then.
     bool readLine(Bytes line)
     {
+        // Nearly every line holds nothing of interest: it is left by the first look at it.
+        if (m_next == &TypeScan::findNode && m_words > 1 && !holdsNul(line))
+            return m_good;
         while (m_good && !line.empty())
             (this->*m_next)(line);
         return m_good;

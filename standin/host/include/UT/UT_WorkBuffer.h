@@ -15,7 +15,11 @@ public:
     int appendSprintf(const char* format, ...) __attribute__((format(printf, 2, 3)));
 
     void append(const char* text);
-    void append(const char* text, exint length);
+    void append(const char* text, exint length)
+    {
+        if (text && length > 0)
+            m_text.append(text, static_cast<std::size_t>(length));
+    }
     void append(char character);
     void append(const UT_WorkBuffer& other);
     void strcpy(const char* text);

@@ -95,7 +95,7 @@ bool UT_IStream::getLine(UT_WorkBuffer& line, int end)
 {
     line.clear();
     bool any = false;
-    while (fill())
+    while (m_next != m_end || fill())
     {
         any = true;
         const void* mark = std::memchr(m_next, end, static_cast<std::size_t>(m_end - m_next));

@@ -62,12 +62,6 @@ void UT_WorkBuffer::append(const char* text)
         m_text += text;
 }
 
-void UT_WorkBuffer::append(const char* text, exint length)
-{
-    if (text && length > 0)
-        m_text.append(text, static_cast<std::size_t>(length));
-}
-
 void UT_WorkBuffer::append(char character) { m_text += character; }
 
 void UT_WorkBuffer::append(const UT_WorkBuffer& other) { m_text += std::string(other.m_text); }
