@@ -8,6 +8,7 @@
 // 3. The strict ratio is event less silent to floor; the whole ratio is that of the two with the host's share in both.
 // 4. The camera look-up: an edit of a wired camera shader among cameras that look through another one, against evaluating
 //    the parameter of each.
+#include "bench_support.h"
 #include "shop.h"
 #include "vop_shaders.h"
 
@@ -25,15 +26,11 @@
 #include <benchmark/benchmark.h>
 
 #include <algorithm>
-#include <cerrno>
-#include <chrono>
 #include <cstdint>
 #include <cstdio>
-#include <cstdlib>
 #include <filesystem>
 #include <functional>
 #include <string>
-#include <system_error>
 #include <vector>
 
 namespace fs = std::filesystem;
@@ -44,27 +41,6 @@ namespace
 const int samples_per_case = 20000;
 const int camera_samples = 500;
 const int camera_counts[] = {0, 10, 1000};
-
-/// A directory of this run, removed at the end.
-class ScratchDirectory
-{
-public:
-    ScratchDirectory()
-    {
-        std::string pattern = (fs::temp_directory_path() / "korvan_bench_XXXXXX").string();
-        if (!mkdtemp(pattern.data()))
-            throw fs::filesystem_error("cannot make a directory", pattern,
-                                       std::error_code(errno, std::generic_category()));
-        m_path = pattern;
-    }
-    ~ScratchDirectory() { fs::remove_all(m_path); }
-    ScratchDirectory(const ScratchDirectory&) = delete;
-    ScratchDirectory& operator=(const ScratchDirectory&) = delete;
-    const fs::path& path() const { return m_path; }
-
-private:
-    fs::path m_path;
-};
 
 // --- What is measured -------------------------------------------------------------------------------------------
 
@@ -163,11 +139,7 @@ class Scene
 public:
     explicit Scene(const fs::path& scratch)
     {
-        setenv("HOUDINI_PATH", scratch.c_str(), 1);
-        setenv("ZELK_STARTUP_LOG", "0", 1);
-        setenv("ZELK_IPR_ENDPOINT", ("ipc://" + (scratch / "render").string()).c_str(), 1);
-        unsetenv("HOUDINI_DSO_PATH");
-        unsetenv("KORVAN_PLUGIN_PATH");
+        bench::isolate(scratch);
         KrMsgSetConsoleFlags(0);
         KrBegin();
         declareShader();
@@ -195,24 +167,9 @@ void sendParmEvent(OP_Node& node, int parm)
 
 // --- Samples ----------------------------------------------------------------------------------------------------
 
-typedef std::vector<double> Times; ///< microseconds
-
-/// The time that a fraction of the samples does not exceed.
-double quantile(Times times, double fraction)
-{
-    if (times.empty())
-        return 0;
-    const auto at = times.begin() + static_cast<std::ptrdiff_t>(fraction * (times.size() - 1));
-    std::nth_element(times.begin(), at, times.end());
-    return *at;
-}
-
-double microsecondsOf(const std::function<void()>& run)
-{
-    const auto start = std::chrono::steady_clock::now();
-    run();
-    return std::chrono::duration<double, std::micro>(std::chrono::steady_clock::now() - start).count();
-}
+using bench::microsecondsOf;
+using bench::quantile;
+using bench::Times;
 
 struct Result
 {
@@ -355,7 +312,7 @@ int main(int argc, char** argv)
     benchmark::Initialize(&argc, argv);
     if (benchmark::ReportUnrecognizedArguments(argc, argv))
         return 2;
-    const ScratchDirectory scratch;
+    const bench::ScratchDirectory scratch;
     const Scene scene(scratch.path());
     addBenchmarks(scene);
     const bool ran = benchmark::RunSpecifiedBenchmarks() > 0;

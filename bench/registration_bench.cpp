@@ -7,6 +7,7 @@
 //    metadata question once; "ours" is registerShaders() less "load". The strict ratio is ours to floor, the whole ratio
 //    that of the two with the load in both.
 #include "bench_library.h"
+#include "bench_support.h"
 #include "registration_floor.h"
 #include "vop_shaders.h"
 
@@ -18,12 +19,9 @@
 #include <benchmark/benchmark.h>
 
 #include <malloc.h>
-#include <sys/wait.h>
 #include <time.h>
-#include <unistd.h>
 
 #include <algorithm>
-#include <cerrno>
 #include <cmath>
 #include <cstdio>
 #include <cstdlib>
@@ -66,27 +64,6 @@ double now()
     clock_gettime(CLOCK_PROCESS_CPUTIME_ID, &time);
     return static_cast<double>(time.tv_sec) + 1e-9 * static_cast<double>(time.tv_nsec);
 }
-
-/// A directory of this run, removed at the end.
-class ScratchDirectory
-{
-public:
-    ScratchDirectory()
-    {
-        std::string pattern = (fs::temp_directory_path() / "korvan_bench_XXXXXX").string();
-        if (!mkdtemp(pattern.data()))
-            throw fs::filesystem_error("cannot make a directory", pattern,
-                                       std::error_code(errno, std::generic_category()));
-        m_path = pattern;
-    }
-    ~ScratchDirectory() { fs::remove_all(m_path); }
-    ScratchDirectory(const ScratchDirectory&) = delete;
-    ScratchDirectory& operator=(const ScratchDirectory&) = delete;
-    const fs::path& path() const { return m_path; }
-
-private:
-    fs::path m_path;
-};
 
 /// The directory that holds korvan/plugins with the benchmark's plug-in: beside bin/ of the build tree.
 fs::path pluginTree() { return fs::read_symlink("/proc/self/exe").parent_path().parent_path() / "bench"; }
@@ -151,30 +128,6 @@ Sample measureRegistration()
     return {NAN, NAN, whole, static_cast<double>(after) - static_cast<double>(before), table->entries()};
 }
 
-/// Runs a measurement in a process of its own. False when that process failed.
-template <typename Measure>
-bool measureApart(Measure measure, Sample& sample)
-{
-    int ends[2];
-    if (pipe(ends) != 0)
-        return false;
-    const pid_t child = fork();
-    if (child == 0)
-    {
-        const Sample measured = measure();
-        const bool sent = write(ends[1], &measured, sizeof measured) == static_cast<ssize_t>(sizeof measured);
-        _exit(sent ? 0 : 1);
-    }
-    close(ends[1]);
-    const bool received =
-        child > 0 && read(ends[0], &sample, sizeof sample) == static_cast<ssize_t>(sizeof sample);
-    close(ends[0]);
-    int status = 1;
-    if (child > 0)
-        waitpid(child, &status, 0);
-    return received && status == 0;
-}
-
 /// The best of all iterations: what the work costs when nothing else runs.
 struct Best
 {
@@ -203,7 +156,7 @@ void runFloor(benchmark::State& state, Source source, const fs::path& scratch)
     for (auto _ : state)
     {
         Sample sample = {};
-        if (!measureApart(measureFloor, sample))
+        if (!bench::measureApart(measureFloor, sample))
             return failWith(state, "the measuring process failed");
         state.SetIterationTime(sample.floor);
         best.load = std::min(best.load, sample.load);
@@ -219,7 +172,7 @@ void runRegistration(benchmark::State& state, Source source, const fs::path& scr
     for (auto _ : state)
     {
         Sample sample = {};
-        if (!measureApart(measureRegistration, sample))
+        if (!bench::measureApart(measureRegistration, sample))
             return failWith(state, "the measuring process failed");
         if (sample.operators != count)
             return failWith(state, "not every shader was registered");
@@ -300,7 +253,7 @@ int main(int argc, char** argv)
     benchmark::Initialize(&argc, argv);
     if (benchmark::ReportUnrecognizedArguments(argc, argv))
         return 2;
-    const ScratchDirectory scratch;
+    const bench::ScratchDirectory scratch;
     for (const int count : sizes)
         writeMetadata(scratch.path() / std::to_string(count), count);
     addBenchmarks(scratch.path());
