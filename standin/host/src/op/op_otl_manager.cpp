@@ -9,6 +9,8 @@
 
 #include <algorithm>
 #include <filesystem>
+#include <list>
+#include <unordered_map>
 
 namespace standin
 {
@@ -16,23 +18,44 @@ namespace standin
 namespace
 {
 
-struct Installed
+/// The installed files, of which there may be thousands.
+class InstalledFiles
 {
-    std::string path;
-    std::shared_ptr<OP_OTLLibrary> library;
+public:
+    typedef std::pair<const std::string, std::shared_ptr<OP_OTLLibrary>> File; ///< path and its state
+
+    /// Null when the file is not installed.
+    File* find(const std::string& path)
+    {
+        const auto found = m_byPath.find(path);
+        return found == m_byPath.end() ? nullptr : &*found->second;
+    }
+
+    void add(const std::string& path, const std::shared_ptr<OP_OTLLibrary>& library)
+    {
+        m_byPath[path] = m_inOrder.emplace(m_inOrder.end(), path, library);
+    }
+
+    void erase(const std::string& path)
+    {
+        const auto found = m_byPath.find(path);
+        m_inOrder.erase(found->second);
+        m_byPath.erase(found);
+    }
+
+    /// In the order of their installing.
+    const std::list<File>& inOrder() const { return m_inOrder; }
+
+private:
+    std::list<File> m_inOrder;
+    std::unordered_map<std::string, std::list<File>::iterator> m_byPath;
 };
 
 // Never destroyed: operators keep their libraries for as long as the process lives.
-std::vector<Installed>& installed()
+InstalledFiles& installed()
 {
-    static auto* all = new std::vector<Installed>;
+    static auto* all = new InstalledFiles;
     return *all;
-}
-
-std::vector<Installed>::iterator findInstalled(const std::string& path)
-{
-    return std::find_if(installed().begin(), installed().end(),
-                        [&](const Installed& one) { return one.path == path; });
 }
 
 /// The operators that come from a file.
@@ -148,15 +171,14 @@ bool installLibrary(const std::string& path, std::string& why)
     const std::shared_ptr<OP_OTLLibrary> library = openLibrary(path, why);
     if (!library)
         return false;
-    const auto held = findInstalled(library->filePath());
-    const bool isNew = held == installed().end();
-    if (isNew)
-        installed().push_back({library->filePath(), library});
+    InstalledFiles::File* const held = installed().find(library->filePath());
+    if (held)
+        held->second = library;
     else
-        held->library = library;
+        installed().add(library->filePath(), library);
     for (int i = 0; i < library->getNumDefinitions(); ++i)
         install(library, i);
-    if (!isNew)
+    if (held)
         removeVanished(*library);
     return true;
 }
@@ -164,8 +186,7 @@ bool installLibrary(const std::string& path, std::string& why)
 bool uninstallLibrary(const std::string& path, std::string& why)
 {
     const std::string full = libraryPath(path);
-    const auto held = findInstalled(full);
-    if (held == installed().end())
+    if (!installed().find(full))
     {
         why = quoted(full) + " is not installed.";
         return false;
@@ -174,7 +195,7 @@ bool uninstallLibrary(const std::string& path, std::string& why)
     Orphans orphans(operators);
     for (OP_Operator* op : operators)
         remove(op);
-    installed().erase(held);
+    installed().erase(full);
     orphans.restore();
     const std::size_t count = orphans.paths().size();
     const std::string others = " and " + std::to_string(count - 1) + " more stay as placeholders";
@@ -189,15 +210,15 @@ bool uninstallLibrary(const std::string& path, std::string& why)
 std::vector<std::string> installedLibraries()
 {
     std::vector<std::string> paths;
-    for (const Installed& one : installed())
-        paths.push_back(one.path);
+    for (const InstalledFiles::File& file : installed().inOrder())
+        paths.push_back(file.first);
     return paths;
 }
 
 std::shared_ptr<OP_OTLLibrary> installedLibrary(const std::string& path)
 {
-    const auto held = findInstalled(libraryPath(path));
-    return held == installed().end() ? nullptr : held->library;
+    const InstalledFiles::File* held = installed().find(libraryPath(path));
+    return held ? held->second : nullptr;
 }
 
 } // namespace standin
