@@ -1,4 +1,4 @@
-"""script/demo: the main job shown, and edits that reach a render in its own process."""
+"""script/demo: the main job shown: a network made, saved, loaded and edited, and the edits reaching a render."""
 
 import pathlib
 import subprocess
@@ -19,11 +19,21 @@ class Demo(KshopCase):
         run = self.show()
         self.assertEqual((run.returncode, run.stderr), (0, ""))
         heard = [line.split("  ")[-2] for line in run.stdout.splitlines() if line.startswith("    render: ")]
-        self.assertEqual(heard, ["specular_roughness = 0.25", "specular_roughness = 0.3", "specular_roughness = 0.35",
-                                 "specular_color = [1, 0.5, 1]", "octaves = 6", "thin_walled = true",
-                                 "evolution = 0.5", "metalness = 1", "transmission = 0", "subsurface = 0",
-                                 "metalness = 0"])
+        self.assertEqual(heard, ["coat = 0.25", "coat = 0.3", "specular_color = [1, 0.5, 1]", "evolution = 0.5",
+                                 "interpolation = [1, 1]", "position = [0, 0.8]", "value = [0.15, 0.6]",
+                                 "rotate = 30", "f_stop = 8",
+                                 "metalness = 1", "transmission = 0", "subsurface = 0", "metalness = 0"])
         self.assertTrue(run.stdout.splitlines()[-1].startswith("    render: "))
+
+    def test_shows_every_node_type_that_can_be_created_and_none_other(self):
+        shown = self.show().stdout.split("--- What an artist can create")[1].split("---")[0].splitlines()[2:-1]
+        labels = [label for line in shown for label in line[14:].split(", ")]
+        registered = [operator["label"] for operator in self.json_of("list")["tables"]["Vop"]]
+        self.assertEqual(sorted(labels), sorted([*registered, "Null", "Subnetwork"]))
+
+    def test_ends_with_a_screenful(self):
+        road = self.show().stdout.split("--- What an artist can create")[1]
+        self.assertLess(len(road.splitlines()), 50)
 
     def test_leaves_nothing_behind(self):
         self.show()
