@@ -97,6 +97,17 @@ class ContainerAssets(SceneTest):
         self.assertTrue(self.is_admitted("test::good"))
         self.assertFalse(self.is_admitted("test::bad"))
 
+    def test_can_be_copied_with_what_is_inside_them(self):
+        subnet = self.net.createNode("subnet", "made")
+        subnet.createNode("korvan::image")
+        made = subnet.createDigitalAsset("test::made", str(self.folder / "made.hda"))
+        copy, = hou.copyNodesTo((made,), self.net)
+        self.assertEqual([child.type().name() for child in copy.children()],
+                         [child.type().name() for child in made.children()])
+        self.assertEqual(len(copy.children()), 3)
+        copy.destroy()
+        made.destroy()
+
     def test_obey_the_container_in_its_subnets_too(self):
         self.install(assets.packed(assets.contents("add")))
         subnet = self.net.createNode("subnet")

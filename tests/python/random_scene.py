@@ -20,6 +20,7 @@ class RandomScene:
         self.count = count
         self.folder = folder
         self.nodes = []
+        self.first = 0  # place in `nodes` behind those of which there is one of each kind
 
     def build(self):
         """Makes about `count` nodes in two containers and in /obj; the file of the asset that some are of."""
@@ -28,6 +29,8 @@ class RandomScene:
         self.create()
         for node in self.nodes:
             self.dress(node)
+        for _ in range(self.chance.randrange(4)):
+            hou.undos.performUndo()
         for node in self.nodes:
             self.wire(node)
         self.fetch()
@@ -65,14 +68,16 @@ class RandomScene:
         remaining = list(kinds)
         kinds += ["korvan::fetch", "korvan::ramp_rgb", "korvan::ramp_float", "subnet"] * 2
         while len(self.nodes) < self.count:
+            if not remaining:
+                self.first = self.first or len(self.nodes)
             kind = remaining.pop(0) if remaining else self.chance.choice(kinds)
             node = self.chance.choice(networks).createNode(kind)
             self.nodes.append(node)
             if kind == "subnet" and len(networks) < 12:
                 networks.append(node)
                 self.nodes += node.children()
-        cameras = [hou.node("/obj").createNode(self.one("cam", "null")) for _ in range(3)]
-        self.nodes += [*networks[:2], *cameras]
+        objects = [hou.node("/obj").createNode(kind) for kind in ("cam", "null", "cam")]
+        self.nodes += [*networks[:2], *objects]
 
     @staticmethod
     def admitted(network):
@@ -190,14 +195,12 @@ class RandomScene:
     # What remains when an artist has worked for a while
 
     def change_afterwards(self):
-        """Deletes, renames, undoes and copies some."""
-        shaders = [n for n in self.nodes if n.path().count("/") > 2]
-        for node in self.chance.sample(shaders, len(shaders) // 12):
+        """Deletes, renames and copies some, but keeps one of each kind."""
+        spent = [n for n in self.nodes[self.first:] if n.path().count("/") > 2 and not n.isInsideLockedHDA()]
+        for node in self.chance.sample(spent, len(spent) // 6):
             try:
                 path = node.path()
             except hou.ObjectWasDeleted:
                 continue
             {"delete": node.destroy, "copy": lambda: hou.copyNodesTo((node,), node.parent()),
              "rename": lambda: node.setName("renamed", True)}[self.one("delete", "copy", "rename")]()
-            if self.chance.random() < 0.3:
-                hou.undos.performUndo()

@@ -5,7 +5,8 @@ import re
 import unittest
 
 ROOT = pathlib.Path(__file__).parents[2]
-TESTS = (*sorted((ROOT / "tests" / "unit").glob("vop_*_test.cpp")), ROOT / "tests" / "tools" / "live_edits_test.py")
+TESTS = (*sorted((ROOT / "tests" / "unit").glob("vop_*_test.cpp")),
+         *(ROOT / "tests" / "tools" / name for name in ("live_edits_test.py", "network_edits_test.py")))
 CPP_TEST = re.compile(r"^TEST(?:_F|_P)?\((\w+), (\w+)\)", re.MULTILINE)
 PYTHON_TEST = re.compile(r"^    def (test_\w+)\(", re.MULTILINE)
 

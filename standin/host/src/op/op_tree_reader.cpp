@@ -315,7 +315,7 @@ int TreeReader::outputOf(const Pending& pending, OP_Node& source) const
     return index;
 }
 
-bool TreeReader::connect(const Pending& pending)
+bool TreeReader::connect(const Pending& pending, Outputs allowed)
 {
     OP_Node* node = OP_Node::lookupNode(m_items[pending.path].id);
     OP_Node* source = sourceOf(pending);
@@ -327,7 +327,7 @@ bool TreeReader::connect(const Pending& pending)
     const auto index = static_cast<unsigned>(output);
     if (Placeholder* placeholder = placeholderOf(source))
         placeholder->needOutput(index, std::string());
-    if (index >= source->getNumVisibleOutputs())
+    if (allowed == Outputs::visible && index >= source->getNumVisibleOutputs())
         return false;
     const unsigned input = inputOf(*node, pending.wire);
     const bool taken = input != pending.wire.input ? false : node->getInput(input) != nullptr;
@@ -335,7 +335,9 @@ bool TreeReader::connect(const Pending& pending)
 }
 
 /// The outputs of a subnet, and those that its inputs have inside, come with wires on another level. So it goes over
-/// the wires again for as long as that makes one more of them possible.
+/// the wires again for as long as that makes one more of them possible. What is left came from outputs that were no more
+/// when the scene was saved, such as those of a subnet's beginning after the subnet was unwired: they stay with the node
+/// until its outputs are back.
 void TreeReader::wire()
 {
     std::vector<Pending> pending;
@@ -349,10 +351,12 @@ void TreeReader::wire()
         before = pending.size();
         std::vector<Pending> left;
         for (const Pending& one : pending)
-            if (!connect(one))
+            if (!connect(one, Outputs::visible))
                 left.push_back(one);
         pending.swap(left);
     }
+    for (const Pending& one : pending)
+        connect(one, Outputs::any);
 }
 
 // --- the end ----------------------------------------------------------------------------------------------------

@@ -72,7 +72,13 @@ private:
     void fill(OP_Node& node, Item& item);
     void fillPlaceholder(OP_Node& node, Item& item);
     void wire();
-    bool connect(const Pending& pending);
+    /// From which outputs a wire may come: those that its source shows now, or any that its type could have.
+    enum class Outputs
+    {
+        visible,
+        any
+    };
+    bool connect(const Pending& pending, Outputs allowed);
     OP_Node* sourceOf(const Pending& pending) const;
     int outputOf(const Pending& pending, OP_Node& source) const;
     void finishNode(OP_Node& node, const Item& item);

@@ -2,6 +2,7 @@
 
 #include "../op/op_loading.h"
 #include "../op/op_node_entries.h"
+#include "../op/op_otl_types.h"
 #include "../op/op_tree_reader.h"
 
 #include <OP/OP_Network.h>
@@ -29,13 +30,13 @@ bool belongsToSubnet(const OP_Node& node)
 }
 
 /// The first of a node and what is inside it that the filter in force in `network` refuses; null when it takes all.
-/// What has a filter of its own decides itself on what it holds.
+/// What has a filter of its own decides itself on what it holds, and an asset was judged by its definition.
 OP_Node* findRefused(OP_Node& node, OP_Network& network)
 {
     if (!network.allowsOperator(node.getOperator()) && !belongsToSubnet(node))
         return &node;
     OP_Network* inside = node.castToOPNetwork();
-    if (!inside || inside->getOperatorFilter())
+    if (!inside || inside->getOperatorFilter() || assetScriptOf(node.getOperator()))
         return nullptr;
     for (int i = 0; i < inside->getNchildren(); ++i)
         if (OP_Node* refused = findRefused(*inside->getChild(i), network))
