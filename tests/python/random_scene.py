@@ -1,5 +1,6 @@
 """A scene that is built at random, of every node type that a Korvan container takes, from one seed."""
 
+import contextlib
 import os
 import random
 
@@ -11,6 +12,7 @@ FLOATS = (0.0, -0.0, 0.1, -1e-30, 1e30, 5e-324, 1 / 3, 123456789.123456789)
 EXPRESSIONS = (("$F * 0.25", hou.exprLanguage.Hscript), ("hou.frame() / 3", hou.exprLanguage.Python),
                ("1 +", hou.exprLanguage.Hscript), ("ch(\"../nobody/tx\")", hou.exprLanguage.Hscript),
                ("(1,\n 2)[1]", hou.exprLanguage.Python))
+FLAGS = tuple(getattr(hou.nodeFlag, name) for name in hou.nodeFlag._names)
 BASES = tuple(getattr(hou.rampBasis, name) for name in hou.rampBasis._names)
 
 
@@ -102,8 +104,9 @@ class RandomScene:
         for _ in range(self.chance.randrange(3)):
             node.setUserData(self.one("note", "a b", "ünder", "x.y"), self.chance.choice(TEXTS))
         node.setPosition((self.chance.uniform(-50, 50), self.chance.choice(FLOATS[:4])))
-        if self.chance.random() < 0.2:
-            node.setGenericFlag(hou.nodeFlag.Bypass, True)
+        for flag in self.chance.sample(FLAGS, self.chance.randrange(3)):
+            with contextlib.suppress(hou.Error):  # not every node has every flag
+                node.setGenericFlag(flag, self.one(True, False))
 
     # Parameters
 
@@ -165,10 +168,8 @@ class RandomScene:
 
     @staticmethod
     def try_wire(node, index, source, output):
-        try:
+        with contextlib.suppress(hou.Error):
             node.setInput(index, source, output)
-        except hou.Error:
-            pass
 
     def fetch(self):
         """Targets of every kind; then wires from what is mirrored, and other targets that move or drop the wires."""

@@ -334,6 +334,24 @@ bool TreeReader::connect(const Pending& pending, Outputs allowed)
     return !taken && node->setInput(input, source, index) < UT_ERROR_ABORT;
 }
 
+/// Makes the wires that are possible now and returns the others. What waits holds back the later ones of its source, whose
+/// wires keep their order.
+std::vector<TreeReader::Pending> TreeReader::connectPossible(const std::vector<Pending>& wires)
+{
+    std::vector<Pending> left;
+    std::set<OP_Node*> waiting;
+    for (const Pending& one : wires)
+    {
+        OP_Node* source = sourceOf(one);
+        if (source && (waiting.count(source) || !connect(one, Outputs::visible)))
+        {
+            waiting.insert(source);
+            left.push_back(one);
+        }
+    }
+    return left;
+}
+
 /// The outputs of a subnet, and those that its inputs have inside, come with wires on another level. So it goes over
 /// the wires again for as long as that makes one more of them possible. What is left came from outputs that were no more
 /// when the scene was saved, such as those of a subnet's beginning after the subnet was unwired: they stay with the node
@@ -349,11 +367,7 @@ void TreeReader::wire()
     for (std::size_t before = pending.size() + 1; pending.size() < before;)
     {
         before = pending.size();
-        std::vector<Pending> left;
-        for (const Pending& one : pending)
-            if (!connect(one, Outputs::visible))
-                left.push_back(one);
-        pending.swap(left);
+        pending = connectPossible(pending);
     }
     for (const Pending& one : pending)
         connect(one, Outputs::any);

@@ -79,6 +79,7 @@ private:
         any
     };
     bool connect(const Pending& pending, Outputs allowed);
+    std::vector<Pending> connectPossible(const std::vector<Pending>& wires);
     OP_Node* sourceOf(const Pending& pending) const;
     int outputOf(const Pending& pending, OP_Node& source) const;
     void finishNode(OP_Node& node, const Item& item);

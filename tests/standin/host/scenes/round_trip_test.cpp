@@ -213,6 +213,21 @@ TEST_F(RoundTrip, KeepsSubnetsWhoseConnectorsDependOnEachOther)
     EXPECT_EQ(findVop("sub")->getNchildren(), 2); // no creation script ran
 }
 
+TEST_F(RoundTrip, KeepsTheOrderOfWiresFromOutputsThatAreNoMore)
+{
+    VOP_Node* mirror = node("mirror", "m");
+    mirror->setUserData("outputs", "xyz", false);
+    node("sink", "b")->setInput(0, mirror, 2);
+    node("sink", "a")->setInput(0, mirror, 0);
+    node("sink", "c")->setInput(0, mirror, 1);
+    mirror->setUserData("outputs", "x", false);
+    roundTrip();
+    Texts targets;
+    for (unsigned i = 0; i < find("m")->nOutputs(); ++i)
+        targets.push_back(nameOf(find("m")->getOutput(i)));
+    EXPECT_THAT(targets, ElementsAre("b", "a", "c"));
+}
+
 TEST_F(RoundTrip, GivesTheSameBytesAgain)
 {
     VOP_Node* source = node("source", "source");
