@@ -165,6 +165,8 @@ void VOP_KorvanFetch::handleParmChanged(int parmIndex)
 
     UT_String text;
     evalStringT(text, target_parm, 0, 0, SYSgetSTID());
+    if (life.isOver()) // its own expression may delete it
+        return;
     const std::string path = text.isstring() ? text.buffer() : "";
     VOP_Node* target = findTarget(path);
     const unsigned oldCount = getNumVisibleOutputs();

@@ -60,12 +60,14 @@ struct DestroyArray
     void operator()(KtArray* array) const { KrArrayDestroy(array); }
 };
 
-/// A renderer array of one key, filled from the instances of a ramp.
+/// A renderer array of one key, filled from the instances of a ramp for as long as the ramp lives.
 class KeyArray
 {
 public:
-    KeyArray(const OP_Node& ramp, int firstInstance, int count, double time, int elementType)
+    KeyArray(const OP_Node& ramp, const NodeLife::Watch& life, int firstInstance, int count, double time,
+             int elementType)
         : m_ramp(ramp),
+          m_life(life),
           m_first(firstInstance),
           m_count(count),
           m_time(time),
@@ -79,10 +81,10 @@ public:
     void fillFloats(const char* parm, int components)
     {
         float* target = m_array ? static_cast<float*>(m_array->data) : nullptr;
-        for (int key = 0; target && key < m_count; ++key)
+        for (int key = 0; target && key < m_count && !m_life.isOver(); ++key)
         {
             const int instance = m_first + key;
-            for (int c = 0; c < components; ++c)
+            for (int c = 0; c < components && !m_life.isOver(); ++c)
                 *target++ = static_cast<float>(m_ramp.evalFloatInstT(parm, &instance, c, m_time, m_thread));
         }
     }
@@ -90,7 +92,7 @@ public:
     void fillInts(const char* parm)
     {
         std::int32_t* target = m_array ? static_cast<std::int32_t*>(m_array->data) : nullptr;
-        for (int key = 0; target && key < m_count; ++key)
+        for (int key = 0; target && key < m_count && !m_life.isOver(); ++key)
         {
             const int instance = m_first + key;
             *target++ = static_cast<std::int32_t>(m_ramp.evalIntInstT(parm, &instance, 0, m_time, m_thread));
@@ -108,6 +110,7 @@ public:
 
 private:
     const OP_Node& m_ramp;
+    const NodeLife::Watch& m_life;
     const int m_first;
     const int m_count;
     const double m_time;
@@ -283,7 +286,7 @@ void VOP_KorvanRamp::nodeEventHandler(OP_Node*, void* callee, OP_EventType type,
 
 void VOP_KorvanRamp::handleParmChanged(int parmIndex)
 {
-    // Whoever hears of the redraw, or of a wire that goes, may delete this node.
+    // Whoever hears of the redraw, or of a wire that goes, may delete this node; so may an expression that is evaluated.
     const NodeLife::Watch life(m_life);
     triggerUIChanged(OP_UICHANGE_ANY);
     if (!life.isOver())
@@ -291,11 +294,11 @@ void VOP_KorvanRamp::handleParmChanged(int parmIndex)
     if (life.isOver() || parmIndex < 0)
         return;
     if (parmIndex == input_parm_index)
-        publishInput();
+        publishInput(life);
     else if (parmIndex == pattern_parm_index)
-        publishPattern();
+        publishPattern(life);
     else
-        publishKeys();
+        publishKeys(life);
 }
 
 void VOP_KorvanRamp::disconnectRemovedKeys(const NodeLife::Watch& life)
@@ -305,20 +308,24 @@ void VOP_KorvanRamp::disconnectRemovedKeys(const NodeLife::Watch& life)
         setInput(i - 1, nullptr);
 }
 
-void VOP_KorvanRamp::publishInput()
+void VOP_KorvanRamp::publishInput(const NodeLife::Watch& life)
 {
     ipr::DeltaParm value = ipr::DeltaParm();
     value.type = KR_TYPE_FLOAT;
     value.value.flt = static_cast<float>(evalFloatT(input_parm_index, 0, CHgetEvalTime(), SYSgetSTID()));
+    if (life.isOver())
+        return;
     ipr::Delta delta;
     delta[getParm(input_parm_index).getToken()] = value;
     publishRecord(delta);
 }
 
-void VOP_KorvanRamp::publishPattern()
+void VOP_KorvanRamp::publishPattern(const NodeLife::Watch& life)
 {
     UT_String token;
     evalStringT(token, pattern_parm_index, 0, CHgetEvalTime(), SYSgetSTID());
+    if (life.isOver())
+        return;
     ipr::DeltaParm value = ipr::DeltaParm();
     value.type = KR_TYPE_ENUM;
     value.str = token.isstring() ? token.buffer() : "";
@@ -327,20 +334,23 @@ void VOP_KorvanRamp::publishPattern()
     publishRecord(delta);
 }
 
-void VOP_KorvanRamp::publishKeys()
+void VOP_KorvanRamp::publishKeys(const NodeLife::Watch& life)
 {
+    const RampKind& ramp = kind();
     const double time = CHgetEvalTime();
     const int count = keyCount(time), first = getParm(ramp_parm).getMultiStartOffset();
-    KeyArray positions(*this, first, count, time, KR_TYPE_FLOAT);
-    KeyArray values(*this, first, count, time, kind().valueElementType);
-    KeyArray interpolations(*this, first, count, time, KR_TYPE_INT);
+    KeyArray positions(*this, life, first, count, time, KR_TYPE_FLOAT);
+    KeyArray values(*this, life, first, count, time, ramp.valueElementType);
+    KeyArray interpolations(*this, life, first, count, time, KR_TYPE_INT);
     positions.fillFloats("ramp#pos", 1);
-    values.fillFloats(kind().valueParm, kind().valueSize);
+    values.fillFloats(ramp.valueParm, ramp.valueSize);
     interpolations.fillInts("ramp#interp");
+    if (life.isOver())
+        return;
 
     ipr::Delta delta;
     delta["position"] = positions.value();
-    delta[kind().valueKey] = values.value();
+    delta[ramp.valueKey] = values.value();
     delta["interpolation"] = interpolations.value();
     publishRecord(delta);
 }

@@ -89,9 +89,9 @@ private:
     /// Drops the wires of keys that are gone, and tells the running render about one edit; any edit of a key sends the
     /// whole ramp.
     void handleParmChanged(int parmIndex);
-    void publishInput();
-    void publishPattern();
-    void publishKeys();
+    void publishInput(const NodeLife::Watch& life);
+    void publishPattern(const NodeLife::Watch& life);
+    void publishKeys(const NodeLife::Watch& life);
     void publishRecord(ipr::Delta& delta) const;
 
     NodeLife m_life;

@@ -14,6 +14,8 @@
 
 #include <zelk/ipr/delta.h>
 
+#include <algorithm>
+
 namespace zelk
 {
 namespace shop
@@ -136,17 +138,46 @@ bool looksThrough(const OP_Node& camera, const std::string& shaderPath)
     return shaderPath.compare(0, prefix.size(), prefix) == 0;
 }
 
-/// Paths of the camera objects that look through the shader node at that path.
-std::vector<std::string> camerasOf(const std::string& shaderPath)
+/// The camera objects, in their order. One that is deleted meanwhile, as an expression may do, is null from then on.
+class Cameras
 {
-    UT_ValArray<OP_Node*> cameras;
-    OPgetDirector()->getManager("obj")->getOpsByName("cam", cameras);
-    std::vector<std::string> paths;
-    for (int i = 0; i < static_cast<int>(cameras.entries()); ++i)
-        if (looksThrough(*cameras(i), shaderPath))
-            paths.push_back(fullPathOf(*cameras(i)));
-    return paths;
-}
+public:
+    Cameras() : m_objects(*OPgetDirector()->getManager("obj"))
+    {
+        UT_ValArray<OP_Node*> cameras;
+        m_objects.getOpsByName("cam", cameras);
+        for (int i = 0; i < static_cast<int>(cameras.entries()); ++i)
+            m_cameras.push_back(cameras(i));
+        m_objects.addOpInterest(this, forgetDeleted);
+    }
+    ~Cameras() { m_objects.removeOpInterest(this, forgetDeleted); }
+
+    /// Paths of those that look through the shader node at that path.
+    std::vector<std::string> lookingThrough(const std::string& shaderPath) const
+    {
+        std::vector<std::string> paths;
+        for (const OP_Node* const& camera :
+             m_cameras) // a reference: it may become null while it is evaluated
+            if (camera && looksThrough(*camera, shaderPath) && camera)
+                paths.push_back(fullPathOf(*camera));
+        return paths;
+    }
+
+private:
+    Cameras(const Cameras&);
+    Cameras& operator=(const Cameras&);
+
+    static void forgetDeleted(OP_Node*, void* self, OP_EventType type, void* child)
+    {
+        std::vector<const OP_Node*>& cameras = static_cast<Cameras*>(self)->m_cameras;
+        if (type == OP_CHILD_DELETED)
+            std::replace(cameras.begin(), cameras.end(), static_cast<const OP_Node*>(child),
+                         static_cast<const OP_Node*>(nullptr));
+    }
+
+    OP_Network& m_objects;
+    std::vector<const OP_Node*> m_cameras;
+};
 
 } // namespace
 
@@ -155,12 +186,12 @@ std::vector<std::string> VOP_KorvanShader::updateTargets() const
 {
     if (desc().nodeType != KR_NODE_CAMERA)
         return std::vector<std::string>(1, fullPathOf(*this));
-    return nOutputs(-1) ? camerasOf(fullPathOf(*this)) : std::vector<std::string>();
+    return nOutputs(-1) ? Cameras().lookingThrough(fullPathOf(*this)) : std::vector<std::string>();
 }
 
 void VOP_KorvanShader::handleParmChanged(int parmIndex)
 {
-    // Whoever hears of the redraw may delete this node.
+    // Whoever hears of the redraw may delete this node; so may an expression that is evaluated.
     const NodeLife::Watch life(m_life);
     triggerUIChanged(OP_UICHANGE_ANY);
     if (life.isOver() || parmIndex < 0 || parmIndex >= getNumParms())
@@ -170,12 +201,13 @@ void VOP_KorvanShader::handleParmChanged(int parmIndex)
         return;
 
     const std::vector<std::string> targets = updateTargets();
-    if (targets.empty())
+    if (targets.empty() || life.isOver())
         return;
     ipr::Delta delta;
     delta.entryName = desc().name;
     delta[parm->name] = encoded(*this, *parm);
-    publish(delta, targets);
+    if (!life.isOver())
+        publish(delta, targets);
 }
 
 } // namespace shop

@@ -107,6 +107,20 @@ TEST_F(CallbackArguments, OfAButtonWhoseMenuHasNoSuchItemHoldItsOwnValue)
     EXPECT_EQ(argsOf("choose", 1000000).at("script_value"), own);
 }
 
+TEST_F(CallbackArguments, OfAButtonWhoseMenuIsGeneratedHoldTheNodesItem)
+{
+    const PRM_ChoiceGenFunc nodesName =
+        [](void* data, PRM_Name* items, int, const PRM_SpareData*, const PRM_Parm*)
+    {
+        items[0] = PRM_Name(data ? static_cast<OP_Node*>(data)->getName().buffer() : "nobody");
+        items[1] = PRM_Name();
+    };
+    PRM_ChoiceList menu(PRM_CHOICELIST_SINGLE, nodesName);
+    EXPECT_EQ(
+        argsOf(PRM_Template(PRM_CALLBACK, 1, &callback_type::choose, nullptr, &menu)).at("script_value"),
+        "node");
+}
+
 // The flags are part of the type, so that such a button is no PRM_CALLBACK: it is read as any other parameter.
 TEST_F(CallbackArguments, OfAJoinedOrInvisibleButtonHoldItsValue)
 {

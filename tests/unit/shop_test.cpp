@@ -82,6 +82,30 @@ TEST(Container, IsNotMadeWithoutItsMaterialOutput)
     EXPECT_FALSE(session.container().runCreateScript()) << "the type is not there";
 }
 
+TEST(Container, IsNotMadeWhenACreationScriptDeletesItOrItsOutput)
+{
+    StandinSession session;
+    session.registerAll();
+    for (const char* script : {"scripts/shop/korvan_vopnet.py", "scripts/vop/korvan_material.py"})
+    {
+        session.folder.write(script, "kwargs['node'].destroy()\n");
+        EXPECT_FALSE(session.container().runCreateScript()) << script;
+        std::filesystem::remove(session.folder.path() / script);
+    }
+}
+
+TEST(Container, PlacesItsMaterialOutputBesideWhatIsThere)
+{
+    StandinSession session;
+    session.registerAll();
+    OP_Network& net = session.container();
+    ASSERT_TRUE(net.runCreateScript());
+    ASSERT_TRUE(net.runCreateScript());
+    ASSERT_EQ(net.getNchildren(), 2);
+    EXPECT_TRUE(net.getChild(0)->getX() != net.getChild(1)->getX() ||
+                net.getChild(0)->getY() != net.getChild(1)->getY());
+}
+
 TEST(Container, TakesThePlainNodesByTheirExactNames)
 {
     StandinSession session;

@@ -1,6 +1,7 @@
 #include "sent_records.h"
 #include "standin_session.h"
 
+#include <CH/CH_Manager.h>
 #include <UT/UT_String.h>
 #include <VOP/VOP_Node.h>
 
@@ -173,6 +174,19 @@ TEST(FetchTarget, IsFollowedWhenItIsSetAndNotLater)
     EXPECT_EQ(outputLabels(node), Names{"A"});
 }
 
+TEST(FetchTarget, IsReadAtTimeZero)
+{
+    StandinSession session;
+    session.registerAll();
+    OP_Network& net = session.container();
+    newSource(net, {{"a", "A", VOP_TYPE_FLOAT}});
+    VOP_Node& node = newNode(net, "korvan::fetch");
+    CHgetManager()->setEvalTime(1);
+    node.setString("'../source1' if hou.time() == 0 else '..'", CH_PYTHON_EXPRESSION, "target", 0, 0);
+    EXPECT_EQ(outputLabels(node), Names{"A"});
+    EXPECT_EQ(descriptiveName(node), "../source1");
+}
+
 TEST(FetchTarget, MayHaveNoOutputs)
 {
     StandinSession session;
@@ -316,9 +330,9 @@ TEST(FetchUserData, WithTooFewFieldsReadsAsEmptyAndZero)
     StandinSession session;
     session.registerAll();
     VOP_Node& node = newNode(session.container(), "korvan::fetch");
-    node.setUserData("outputs", ";;a;b:B;:::;c:C:12x;d:D:x;e:E:-1:f;", false);
-    EXPECT_EQ(outputLabels(node), (Names{"", "B", "", "C", "D", "E"}));
-    EXPECT_EQ(outputTypes(node), (std::vector<int>{0, 0, 0, 12, 0, -1}));
+    node.setUserData("outputs", ";;a;b:B;:::;c:C:12x;d:D:x;e:E:-1:f;g::7;", false);
+    EXPECT_EQ(outputLabels(node), (Names{"", "B", "", "C", "D", "E", "7"}));
+    EXPECT_EQ(outputTypes(node), (std::vector<int>{0, 0, 0, 12, 0, -1, 0}));
 }
 
 TEST(FetchUserData, CountsAsTheOldOutputsWhenALoadedNodeGetsAnotherTarget)
@@ -398,6 +412,16 @@ TEST(FetchEdit, EndsWhenItsRedrawDeletesTheNode)
     const int id = node.getUniqueId();
     deleteOn(OP_UI_CHANGED, node, node);
     fetch(node, "../nobody");
+    EXPECT_EQ(OP_Node::lookupNode(id), nullptr);
+}
+
+TEST(FetchEdit, EndsWhenAnExpressionDeletesTheNode)
+{
+    StandinSession session;
+    session.registerAll();
+    VOP_Node& node = newNode(session.container(), "korvan::fetch");
+    const int id = node.getUniqueId();
+    node.setString("hou.pwd().destroy() or '..'", CH_PYTHON_EXPRESSION, "target", 0, 0);
     EXPECT_EQ(OP_Node::lookupNode(id), nullptr);
 }
 

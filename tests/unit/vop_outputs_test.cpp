@@ -1,3 +1,4 @@
+#include "sent_records.h"
 #include "standin_session.h"
 
 #include "vop_outputs.h"
@@ -109,6 +110,17 @@ TEST_P(OutputTypes, NameTheirNewNodesUniquely)
     const std::string wanted = GetParam().defaultName;
     EXPECT_EQ(newOutput(net, GetParam().name).getName().toStdString(), wanted);
     EXPECT_EQ(newOutput(net, GetParam().name).getName().toStdString(), wanted + "1");
+}
+
+TEST_P(OutputTypes, RunTheHostsCreationScriptUnderTheirNewName)
+{
+    StandinSession session;
+    session.folder.write("scripts/vop/" + std::string(GetParam().name) + ".py",
+                         "kwargs['node'].setUserData('name', kwargs['node'].name())\n");
+    session.registerAll();
+    UT_String name;
+    newOutput(session.container(), GetParam().name).getUserData("name", name);
+    EXPECT_STREQ(name, GetParam().defaultName);
 }
 
 TEST_P(OutputTypes, ShowTypedInputs)
@@ -259,6 +271,16 @@ TEST(EnvironmentOutput, IsRedrawnTwiceWhenItsVisibilityChanges)
     const int before = node.getUIChangeCount();
     node.setInt("background_visibility", 0, 0, 3);
     EXPECT_EQ(node.getUIChangeCount(), before + 2);
+}
+
+TEST(EnvironmentOutput, SendsNothing)
+{
+    StandinSession session;
+    session.registerAll();
+    VOP_Node& node = newOutput(session.container(), "korvan_environment");
+    SentRecords sent;
+    node.setInt("background_visibility", 0, 0, 3);
+    EXPECT_EQ(sent.count(), 0u);
 }
 
 TEST(OutputNode, LeavesRedrawingOnRewiringToTheHost)

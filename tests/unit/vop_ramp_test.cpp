@@ -1,6 +1,8 @@
 #include "sent_records.h"
 #include "standin_session.h"
 
+#include "vop_ramp.h"
+
 #include <PRM/PRM_Parm.h>
 #include <UT/UT_String.h>
 #include <VOP/VOP_Node.h>
@@ -17,6 +19,17 @@ VOP_Node& newRamp(StandinSession& session, const std::string& type)
 {
     session.registerAll();
     return *session.container().createNode(type.c_str())->castToVOPNode();
+}
+
+/// Opens what only the host asks.
+struct OpenRamp : zelk::shop::VOP_KorvanRamp
+{
+    using VOP_KorvanRamp::updateParmsFlags;
+};
+
+bool updateFlagsOf(VOP_Node& ramp)
+{
+    return (static_cast<zelk::shop::VOP_KorvanRamp&>(ramp).*&OpenRamp::updateParmsFlags)();
 }
 
 void setKeyCount(OP_Node& ramp, int count) { ramp.setInt("ramp", 0, 0, count); }
@@ -297,6 +310,19 @@ TEST_P(RampNode, SendsKeysAsTheyAreAtTheCurrentTime)
     EXPECT_EQ(floats(sent.at(0).at("position")), (std::vector<float>{0.5f, 1}));
 }
 
+TEST_P(RampNode, SendsItsInputAndPatternAsTheyAreAtTheCurrentTime)
+{
+    StandinSession session;
+    VOP_Node& ramp = newRamp(session, GetParam().type);
+    CHgetManager()->setEvalTime(1);
+    SentRecords sent;
+    ramp.setString("$T", CH_OLD_EXPRESSION, "input", 0, 0);
+    ramp.setString("'t' + str(int(hou.time()))", CH_PYTHON_EXPRESSION, "type", 0, 0);
+    ASSERT_EQ(sent.count(), 2u);
+    EXPECT_EQ(sent.at(0).at("input").value.flt, 1);
+    EXPECT_EQ(sent.at(1).at("type").str, "t1");
+}
+
 class RampKeyCount : public ::testing::TestWithParam<std::tuple<std::string, int>>
 {
 };
@@ -376,6 +402,21 @@ TEST(RampEdit, OfAParameterBeyondTheListSendsTheWholeRamp)
     ramp.opChanged(OP_PARM_CHANGED, reinterpret_cast<void*>(1000));
     ASSERT_EQ(sent.count(), 1u);
     EXPECT_EQ(sent.at(0).size(), 3u);
+}
+
+TEST(RampEdit, EndsWhenAnExpressionDeletesTheNode)
+{
+    StandinSession session;
+    session.registerAll();
+    SentRecords sent;
+    for (const char* parm : {"input", "type", "ramp1pos", "ramp2value", "ramp2interp"})
+    {
+        OP_Node& ramp = *session.container().createNode("korvan::ramp_float");
+        const int id = ramp.getUniqueId();
+        ramp.setString("hou.pwd().destroy() or 1", CH_PYTHON_EXPRESSION, parm, 0, 0);
+        EXPECT_EQ(OP_Node::lookupNode(id), nullptr) << parm;
+    }
+    EXPECT_EQ(sent.count(), 0u);
 }
 
 TEST(RampEdit, IsNoBusinessOfOtherEvents)
@@ -464,18 +505,23 @@ TEST(RampEnabling, LeavesTheLastPerKeyParameterAlone)
     ramp.refreshParms();
     EXPECT_TRUE(ramp.getParm(8).getEnableState());
     EXPECT_FALSE(ramp.getParm(7).getEnableState());
+    ramp.enableParm(8, false);
+    updateFlagsOf(ramp);
+    EXPECT_FALSE(ramp.getParm(8).getEnableState()) << "no input decides about it";
 }
 
 TEST(RampEnabling, SaysWhetherAStateChanged)
 {
     StandinSession session;
     VOP_Node& ramp = newRamp(session, "korvan::ramp_float");
-    ramp.refreshParms();
-    EXPECT_FALSE(ramp.refreshParms());
-    ramp.setInput(2, &newSource(ramp));
-    EXPECT_FALSE(ramp.getParm(3).getEnableState()) << "the host refreshed it";
-    ramp.enableParm(3, true);
-    EXPECT_TRUE(ramp.refreshParms());
+    updateFlagsOf(ramp);
+    EXPECT_FALSE(updateFlagsOf(ramp));
+    for (int i : {0, 3, 7})
+    {
+        ramp.enableParm(i, false);
+        EXPECT_TRUE(updateFlagsOf(ramp)) << i;
+        EXPECT_FALSE(updateFlagsOf(ramp)) << i;
+    }
 }
 
 TEST_P(RampNode, KeepsItsArraysAsLongAsItsKeysThroughAThousandRandomEdits)

@@ -75,6 +75,15 @@ TEST(BooleanRecord, HoldsOneByte)
     EXPECT_EQ(onlyEntry(sent, "p").value.byte_, 0);
 }
 
+TEST(BooleanRecord, IsOneForAnyNumberButZero)
+{
+    StandinSession session;
+    OP_Node& node = nodeWithParm(session, KR_TYPE_BOOLEAN);
+    SentRecords sent;
+    node.setString("256", CH_OLD_EXPRESSION, "p", 0, 0);
+    EXPECT_EQ(onlyEntry(sent, "p").value.byte_, 1);
+}
+
 struct TupleCase
 {
     int type;
@@ -251,6 +260,17 @@ TEST(SilentEdit, IsOneOfAnExtraParameterOrOfTheImagesFile)
     EXPECT_EQ(onlyEntry(sent, "layer").str, "albedo");
 }
 
+TEST(SilentEdit, OfTheImagesFileIsSentWhenItIsNoText)
+{
+    StandinSession session;
+    session.renderer.shader("zelk__image").floats({"filename"});
+    session.registerAll();
+    OP_Node& node = newNode(session.container(), "korvan::image");
+    SentRecords sent;
+    node.setFloat("filename", 0, 0, 2);
+    EXPECT_EQ(onlyEntry(sent, "filename").value.flt, 2);
+}
+
 TEST(SilentEdit, OfAnotherShadersFileNameIsSent)
 {
     StandinSession session;
@@ -417,6 +437,17 @@ TEST(SilentEdit, IsOneWhoseRedrawDeletesTheNode)
     EXPECT_EQ(sent.count(), 0u) << "the node has no place any more";
 }
 
+TEST(SilentEdit, IsOneWhoseExpressionDeletesTheNode)
+{
+    StandinSession session;
+    OP_Node& node = nodeWithParm(session, KR_TYPE_RGB);
+    const int id = node.getUniqueId();
+    SentRecords sent;
+    node.setString("hou.pwd().destroy() or 1", CH_PYTHON_EXPRESSION, "p", 1, 0);
+    EXPECT_EQ(OP_Node::lookupNode(id), nullptr);
+    EXPECT_EQ(sent.count(), 0u);
+}
+
 TEST(EditRecord, IsSentForAValueThatWasThereAlready)
 {
     StandinSession session;
@@ -486,6 +517,19 @@ TEST(CameraEdit, ReachesEveryCameraWhosePathIsAPrefix)
     lens.setFloat("squeeze", 0, 0, 2);
 
     EXPECT_EQ(sent.targets(), (std::vector<std::string>{"/obj/cam1", "/obj/cam2"}));
+}
+
+TEST(CameraEdit, GoesByTheShaderThatTheCameraNamesAtTheCurrentTime)
+{
+    StandinSession session;
+    OP_Node& lens = wiredCamera(session);
+    for (const char* text :
+         {"'/shop' if hou.time() == 1 else '/none'", "'/none' if hou.time() == 1 else '/shop'"})
+        cameraObject("").setString(text, CH_PYTHON_EXPRESSION, "kv_camera_shader", 0, 0);
+    CHgetManager()->setEvalTime(1);
+    SentRecords sent;
+    lens.setFloat("squeeze", 0, 0, 2);
+    EXPECT_EQ(sent.targets(), (std::vector<std::string>{"/obj/cam1"}));
 }
 
 TEST(CameraEdit, IsSilentWithoutACamera)
@@ -569,4 +613,34 @@ TEST(CameraEdit, SkipsCamerasThatWereDeleted)
     SentRecords sent;
     lens.setFloat("squeeze", 0, 0, 2);
     EXPECT_EQ(sent.targets(), (std::vector<std::string>{"/obj/cam2"}));
+}
+
+TEST(CameraEdit, SkipsCamerasThatAnothersExpressionDeletes)
+{
+    StandinSession session;
+    OP_Node& lens = wiredCamera(session);
+    cameraObject("/shop");
+    OP_Node& deleting = cameraObject("");
+    cameraObject("/shop");
+    deleting.setString("[hou.node(p).destroy() for p in ('/obj/cam1', '/obj/cam2', '/obj/cam3')] and '/shop'",
+                       CH_PYTHON_EXPRESSION, "kv_camera_shader", 0, 0);
+    cameraObject("/shop");
+    SentRecords sent;
+    lens.setFloat("squeeze", 0, 0, 2);
+    EXPECT_EQ(sent.targets(), (std::vector<std::string>{"/obj/cam1", "/obj/cam4"}))
+        << "the first was found before it went";
+}
+
+TEST(CameraEdit, IsSilentWhenACamerasExpressionDeletesTheShader)
+{
+    StandinSession session;
+    OP_Node& lens = wiredCamera(session);
+    const std::string path = lens.getFullPath().toStdString();
+    const int id = lens.getUniqueId();
+    cameraObject("").setString(("hou.node('" + path + "').destroy() or '/shop'").c_str(),
+                               CH_PYTHON_EXPRESSION, "kv_camera_shader", 0, 0);
+    SentRecords sent;
+    lens.setFloat("squeeze", 0, 0, 2);
+    EXPECT_EQ(OP_Node::lookupNode(id), nullptr);
+    EXPECT_EQ(sent.count(), 0u);
 }

@@ -113,6 +113,18 @@ TEST_P(UtilityTypes, HaveTheirOperator)
     EXPECT_STREQ(static_cast<VOP_OperatorInfo*>(op->getOpSpecificData())->getVopnetMask(), "korvan_vopnet");
 }
 
+TEST_P(UtilityTypes, RunTheHostsCreationScript)
+{
+    StandinSession session;
+    const std::string script = "korvan--" + std::string(GetParam().name + sizeof("korvan::") - 1) + ".py";
+    session.folder.write("scripts/vop/" + script, "kwargs['node'].setUserData('ran', 'yes')\n");
+    session.registerAll();
+    OP_Node& node = *session.container().createNode(GetParam().name);
+    EXPECT_TRUE(node.runCreateScript());
+    UT_String ran;
+    EXPECT_TRUE(node.getUserData("ran", ran));
+}
+
 INSTANTIATE_TEST_SUITE_P(
     All, UtilityTypes,
     ::testing::Values(UtilityType{"korvan::fetch", "Fetch", "Utility", "OBJ_fetch", 0, 2048},

@@ -2,7 +2,8 @@
 #define VOP_TYPES_H
 
 /// What flows through a connector.
-typedef enum
+// A type of its own width: a damaged scene may name a connector type that is none of these.
+typedef enum : int
 {
     VOP_TYPE_UNDEF = 0,
     VOP_TYPE_VECTOR4 = 1,

@@ -21,10 +21,13 @@ fpreal floatOf(const PRM_Parm* parm, int vi, fpreal t, int thread)
     return value;
 }
 
-void floatsOf(const PRM_Parm* parm, fpreal* values, fpreal t, int thread)
+/// A component's expression may delete the node; those after it read as 0 then.
+void floatsOf(const PRM_ParmList& list, const PRM_Parm* parm, fpreal* values, fpreal t, int thread)
 {
-    for (int i = 0; parm && i < parm->getVectorSize(); ++i)
-        values[i] = floatOf(parm, i, t, thread);
+    const std::weak_ptr<const char> life = list.getLifetime();
+    const int size = parm ? parm->getVectorSize() : 0;
+    for (int i = 0; i < size; ++i)
+        values[i] = life.expired() ? 0 : floatOf(parm, i, t, thread);
 }
 
 void stringOf(UT_String& value, const PRM_Parm* parm, int vi, fpreal t, bool expand, int thread)
@@ -97,12 +100,12 @@ void OP_Parameters::evalFloats(const char* name, fpreal* values, fpreal t) const
 
 void OP_Parameters::evalFloatsT(int pi, fpreal* values, fpreal t, int thread) const
 {
-    floatsOf(findParm(pi), values, t, thread);
+    floatsOf(*m_parms, findParm(pi), values, t, thread);
 }
 
 void OP_Parameters::evalFloatsT(const char* name, fpreal* values, fpreal t, int thread) const
 {
-    floatsOf(findParm(name), values, t, thread);
+    floatsOf(*m_parms, findParm(name), values, t, thread);
 }
 
 void OP_Parameters::evalString(UT_String& value, int pi, int vi, fpreal t) const
