@@ -2,6 +2,7 @@
 
 #include "shader_desc_template_parts.h"
 #include "shader_desc_text.h"
+#include "utils_nodes.h"
 
 #include <CH/CH_Manager.h>
 #include <CMD/CMD_Manager.h>
@@ -156,9 +157,9 @@ void addButtonArgs(OP_Node* node, const PRM_Parm& parm, const PRM_Template& tmpl
     setArg(args, "script_value0", value);
 }
 
-void addValueArgs(const PRM_Parm& parm, int size, UT_Options& args)
+void addValueArgs(const PRM_Parm& parm, int size, const NodeWatch& life, UT_Options& args)
 {
-    for (int c = 0; c < size; ++c)
+    for (int c = 0; c < size && !life.isOver(); ++c)
     {
         const std::string value = valueText(parm, c);
         if (c == 0)
@@ -200,6 +201,7 @@ void buildCallbackArgs(OP_Node* node, const PRM_Template* tmpl, int index, UT_Op
     if (!parm)
         return;
 
+    const NodeWatch life(*node);
     UT_String channel;
     parm->getChannelToken(channel, 0);
     setArg(args, "parm_name", channel.buffer());
@@ -208,7 +210,7 @@ void buildCallbackArgs(OP_Node* node, const PRM_Template* tmpl, int index, UT_Op
     if (parm->getType() == PRM_CALLBACK)
         addButtonArgs(node, *parm, *tmpl, index, args);
     else
-        addValueArgs(*parm, tmpl->getVectorSize(), args);
+        addValueArgs(*parm, tmpl->getVectorSize(), life, args);
 }
 
 void runPythonCallback(OP_Node* node, const UT_Options& args, const char* script)
@@ -238,8 +240,11 @@ int parmCallback(void* data, int index, double, const PRM_Template* tmpl)
 
     const UT_AutoUndoBlock undo("Parameter Callback", ANYLEVEL);
     const WorkingNode workingNode(node);
+    const NodeWatch life(*node);
     UT_Options args;
     buildCallbackArgs(node, tmpl, index, args);
+    if (life.isOver()) // an expression that was evaluated deleted it
+        return 1;
     const CH_ScriptLanguage language = tmpl->getSparePtr()->getCallbackLanguage();
     if (language == CH_PYTHON_SCRIPT)
         runPythonCallback(node, args, script);

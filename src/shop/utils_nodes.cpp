@@ -32,6 +32,20 @@ bool isNamed(const char* connector, const UT_String& name)
     return connector && text ? std::string(connector) == text : connector == text;
 }
 
+NodeWatch::NodeWatch(OP_Node& node) : m_node(&node) { m_node->addOpInterest(this, onEvent); }
+
+NodeWatch::~NodeWatch()
+{
+    if (m_node)
+        m_node->removeOpInterest(this, onEvent);
+}
+
+void NodeWatch::onEvent(OP_Node*, void* self, OP_EventType type, void*)
+{
+    if (type == OP_NODE_DELETED)
+        static_cast<NodeWatch*>(self)->m_node = nullptr;
+}
+
 void showDetailAroundMiddle(VOP_Node& node, char detail)
 {
     const fpreal before = node.getH();

@@ -1,6 +1,8 @@
 #ifndef ZELK_SHOP_UTILS_NODES_H
 #define ZELK_SHOP_UTILS_NODES_H
 
+#include <OP/OP_Value.h>
+
 #include <memory>
 #include <string>
 
@@ -52,6 +54,25 @@ private:
     NodeLife& operator=(const NodeLife&);
 
     std::shared_ptr<char> m_life;
+};
+
+/// The same for any node, for a short while: it listens to the node for as long as it lives. Costs an entry in the node's
+/// list of listeners.
+class NodeWatch
+{
+public:
+    explicit NodeWatch(OP_Node& node);
+    ~NodeWatch();
+
+    bool isOver() const { return !m_node; }
+
+private:
+    NodeWatch(const NodeWatch&);
+    NodeWatch& operator=(const NodeWatch&);
+
+    static void onEvent(OP_Node* node, void* self, OP_EventType type, void* data);
+
+    OP_Node* m_node; ///< null once it is deleted
 };
 
 /// Shows another level of a node's connectors (VOP_OPT_..._FLAG; 0 leaves it as it is) and moves the node so that the

@@ -127,7 +127,7 @@ void VOP_KorvanFetch::storeUserData()
     std::string text;
     for (const OutputData& output : outputs)
         text += output.name + ":" + output.label + ":" + std::to_string(output.type) + ";";
-    const bool undoable = false; // the target is, and brings its outputs back
+    const bool undoable = false; // undoing the target's change sends its event, which stores the outputs anew
     setUserData(outputs_user_data, text.c_str(), undoable);
 }
 

@@ -168,8 +168,9 @@ unsigned VOP_KorvanOutput::getNumVisibleOutputs() const { return 0; }
 
 bool VOP_KorvanOutput::runCreateScript()
 {
+    const NodeWatch life(*this); // whoever hears of the new name may delete the node
     getParent()->renameNode(this, defaultName());
-    return VOP_Node::runCreateScript();
+    return !life.isOver() && VOP_Node::runCreateScript();
 }
 
 void VOP_KorvanOutput::getInputNameSubclass(UT_String& name, int i) const

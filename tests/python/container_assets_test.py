@@ -91,7 +91,7 @@ class ContainerAssets(SceneTest):
             os.environ["HH"] = directory
             self.assertEqual(self.is_admitted(), admitted, directory)
 
-    def test_are_offered_in_the_tab_menu_when_they_are_admitted(self):
+    def test_are_judged_one_by_one(self):
         self.install(assets.packed(assets.contents("korvan::image")), "test::good")
         self.install(assets.packed(assets.contents("add")), "test::bad")
         self.assertTrue(self.is_admitted("test::good"))

@@ -412,6 +412,18 @@ TEST_F(ParmCallback, LetsAScriptDeleteItsNode)
     EXPECT_EQ(said(), "");
 }
 
+TEST_F(ParmCallback, EndsWithANodeThatAnExpressionDeletesWhileItsArgumentsAreCollected)
+{
+    node->getParm("color").setExpression(0, "hou.pwd().destroy() or 1", CH_PYTHON, true, 0);
+    const int id = node->getUniqueId();
+    python("import builtins\nbuiltins.late = 1");
+    EXPECT_EQ(press("color"), 1);
+    EXPECT_EQ(OP_Node::lookupNode(id), nullptr);
+    const PY_Result late =
+        PYrunPythonExpressionAndExpectNoErrors("hasattr(__import__('builtins'), 'late')", PY_Result::INT);
+    EXPECT_EQ(late.myIntValue, 0) << "there is no node for the script to be about";
+}
+
 TEST_F(ParmCallback, LetsAScriptRemoveTheInstanceThatItBelongsTo)
 {
     node->setInt("outer", 0, 0, 1);

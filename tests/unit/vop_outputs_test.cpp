@@ -336,3 +336,33 @@ TEST(LightOutput, ClosesTheGapOfADisconnectedFilter)
     light.setInput(1, nullptr);
     EXPECT_EQ(light.getNumVisibleInputs(), 2u);
 }
+
+/// Deletes a node as soon as somebody hears of this of it.
+template <OP_EventType Reason>
+void deleteOn(OP_Node* node, void*, OP_EventType type, void*)
+{
+    if (type == Reason)
+        node->getParent()->destroyNode(node);
+}
+
+TEST(CreationScript, FailsForANodeThatAListenerOfItsNewNameDeletes)
+{
+    StandinSession session;
+    session.registerAll();
+    OP_Node* node = session.container().createNode("korvan_material");
+    node->addOpInterest(&session, deleteOn<OP_NAME_CHANGED>);
+    EXPECT_FALSE(node->runCreateScript());
+}
+
+TEST(CreationScript, FailsForANodeThatAListenerOfItsMoveDeletes)
+{
+    StandinSession session;
+    session.renderer.shader("noise").floats({"a", "b", "c", "d", "e"});
+    session.registerAll();
+    for (const char* type : {"korvan::ramp_float", "korvan::noise"})
+    {
+        OP_Node* node = session.container().createNode(type);
+        node->addOpInterest(&session, deleteOn<OP_UI_MOVED>);
+        EXPECT_FALSE(node->runCreateScript()) << type;
+    }
+}
