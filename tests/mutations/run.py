@@ -70,16 +70,27 @@ def misplaced(chosen):
             yield str(error)
 
 
+def mirror(origin, target):
+    """Copies what differs, as new files: the build goes by their times. Removes what is no more."""
+    if origin.is_file():
+        if not target.exists() or origin.read_bytes() != target.read_bytes():
+            shutil.copy(origin, target)
+            target.touch()
+        return
+    target.mkdir(parents=True, exist_ok=True)
+    names = {path.name for path in origin.iterdir() if path.name != "__pycache__"}
+    for name in names:
+        mirror(origin / name, target / name)
+    for gone in (path for path in target.iterdir() if path.name not in names):
+        shutil.rmtree(gone) if gone.is_dir() else gone.unlink()
+
+
 def prepare():
     """Copies the sources and builds the tests once, unbroken."""
     tree = WORK / "tree"
     tree.mkdir(parents=True, exist_ok=True)
     for name in COPIED:
-        origin = ROOT / name
-        if origin.is_dir():
-            shutil.copytree(origin, tree / name, dirs_exist_ok=True)
-        elif origin.exists():
-            shutil.copy2(origin, tree / name)
+        mirror(ROOT / name, tree / name)
     subprocess.run(["cmake", "-S", tree, "-B", WORK / "build", "-G", "Ninja", "-DCMAKE_BUILD_TYPE=None",
                     "-DCMAKE_CXX_FLAGS=-O0", "-DPython3_ROOT_DIR=/usr", "-DKORVAN_TESTS=ON", "-DKORVAN_BENCH=OFF"],
                    check=True, stdout=subprocess.DEVNULL)
