@@ -239,7 +239,7 @@ VOP_Type VOP_KorvanRamp::getInputTypeSubclass(int i)
     return VOP_TYPE_UNDEF;
 }
 
-// Deliberate: looking up any name gives the first input. See RampInputs.AnswerTheFirstInputToEveryName.
+// Deliberate: looking up any name gives the first input. See RampNode.AnswersTheFirstInputToEveryName.
 int VOP_KorvanRamp::getInputFromNameSubclass(const UT_String&) const { return 0; }
 
 void VOP_KorvanRamp::getAllowedInputTypesSubclass(unsigned, UT_Array<VOP_Type>&) {}

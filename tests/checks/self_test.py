@@ -11,6 +11,7 @@ import exported_symbols
 import include_arrows
 import plain_words
 import source_format
+import tests_named
 import units_tested
 
 
@@ -128,6 +129,35 @@ class DocumentedKeys(unittest.TestCase):
 
     def test_name_a_key_that_only_one_side_has(self):
         self.assertEqual(len(self.found("| `houdini.lod` | text | none | detail |\n", 'f("houdini.icon");\n')), 2)
+
+
+class TestsNamed(unittest.TestCase):
+    def found(self, row, comment=""):
+        tree = Tree(self)
+        tree.write("tests/README.md", f"Text.\n\n| what must hold | the test |\n|---|---|\n{row}")
+        tree.write("tests/unit/a_test.cpp", "TEST(Ramp, Stays)\n{\n}\nTEST_P(Ramp,\n       Grows)\n{\n}\n")
+        tree.write("tests/python/a_test.py", "class Wires(Case):\n    def test_hold(self):\n        pass\n")
+        tree.write("src/shop/a.cpp", comment)
+        return tests_named.findings(tree.root)
+
+    def test_pass_names_of_both_languages(self):
+        self.assertEqual(self.found("| it holds | `Ramp.Stays`, `Ramp.Grows`, `python/a_test.py::Wires.test_hold` |\n",
+                                    "// Deliberate; see\n// Ramp.Stays, and see\n// utils.h.\n"), [])
+
+    def test_find_names_that_nothing_has(self):
+        for name in ("Ramp.Falls", "Other.Stays", "python/a_test.py::Wires.test_break", "a_test.py::Wires.test_hold",
+                     "Wires.test_hold"):
+            with self.subTest(name):
+                self.assertEqual(self.found(f"| it holds | `Ramp.Stays`, `{name}` |\n"),
+                                 [f"tests/README.md:5: there is no test {name}"])
+
+    def test_find_rows_without_a_test_and_a_table_without_rows(self):
+        self.assertEqual(self.found("| `Ramp.Stays` holds | later |\n"), ["tests/README.md:5: names no test"])
+        self.assertEqual(len(self.found("")), 1)
+
+    def test_find_comments_that_point_to_no_test(self):
+        self.assertEqual(self.found("| it holds | `Ramp.Stays` |\n", "int a;\n// Deliberate. See\n// Ramp.Falls.\n"),
+                         ["src/shop/a.cpp:2: there is no test Ramp.Falls"])
 
 
 if __name__ == "__main__":

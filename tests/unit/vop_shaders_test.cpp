@@ -106,6 +106,8 @@ TEST(Registration, LeavesOutWhatAsksToBeSkippedWhateverItsKind)
     session.registerAll();
 
     EXPECT_EQ(shaderTypes(), Names{"korvan::shown"});
+    EXPECT_NE(session.vop("korvan_material"), nullptr) << "what is hand-written comes all the same";
+    EXPECT_NE(session.vop("korvan::fetch"), nullptr);
 }
 
 TEST(Registration, TakesCamerasOnlyFromPluginsAndPutsThemUnderCamera)
@@ -201,6 +203,22 @@ TEST(Registration, LoadsRendererPluginsOfThePathAndThenOfTheVariable)
     session.registerAll();
 
     EXPECT_EQ(shaderTypes(), (Names{"korvan::on_path", "korvan::by_variable"}));
+}
+
+TEST(Registration, PassesOverPluginDirectoriesThatAreNotThere)
+{
+    StandinSession session;
+    const std::filesystem::path there = session.folder.path() / "there";
+    std::filesystem::create_directories(there);
+    std::filesystem::copy(std::filesystem::path(TEST_PLUGINS) / "by_variable.so", there);
+    const std::string gone = (session.folder.path() / "gone").string();
+    ::setenv("KORVAN_PLUGIN_PATH", (gone + ":" + there.string()).c_str(), 1);
+    session.registerAll();
+
+    EXPECT_EQ(shaderTypes(), Names{"korvan::by_variable"});
+    const Messages warnings = session.renderer.takeWarnings();
+    ASSERT_EQ(warnings.size(), 1u);
+    EXPECT_NE(warnings[0].find(gone), std::string::npos) << warnings[0];
 }
 
 TEST(Registration, GoesOnBehindMetadataThatDoesNotLoad)

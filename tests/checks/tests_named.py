@@ -1,0 +1,75 @@
+"""Tests that are named exist: those of tests/README.md, and those that a comment of the plug-in points to.
+
+A test is named as `Suite.Name`, or as `file_test.py::Class.test_name` with the file's path below tests/. Where a row of
+the tables names none, the check says so too.
+"""
+
+import re
+import sys
+
+import tree
+
+DOCUMENT = "tests/README.md"
+CXX_TEST = re.compile(r"^(?:TYPED_)?TEST(?:_F|_P)?\(\s*(\w+),\s*(\w+)\s*\)", re.MULTILINE)
+CXX_COMMENT = re.compile(r"//.*(?:\n[ \t]*//.*)*")
+PYTHON_PART = re.compile(r"^class (\w+)|^    def (test_\w+)\(", re.MULTILINE)
+NAME = re.compile(r"`((?:[\w/]+\.py::)?\w+\.\w+)`")
+POINTER = re.compile(r"\bsee (\w+\.\w+)", re.IGNORECASE)
+HEADINGS = {"what must hold", "---"}
+
+
+def python_tests(text):
+    """Class.test_name for each method; methods belong to the class above them."""
+    names, owner = set(), None
+    for class_name, method in PYTHON_PART.findall(text):
+        owner = class_name or owner
+        if method:
+            names.add(f"{owner}.{method}")
+    return names
+
+
+def existing(root):
+    names = set()
+    for file in tree.files(root, "tests"):
+        text = tree.text_of(file) or ""
+        if file.suffix == ".cpp":
+            names.update(f"{suite}.{name}" for suite, name in CXX_TEST.findall(text))
+        elif file.suffix == ".py":
+            place = file.relative_to(root / "tests").as_posix()
+            names.update(f"{place}::{name}" for name in python_tests(text))
+    return names
+
+
+def of_document(root, there):
+    file = root / DOCUMENT
+    rows = [(number, line.strip("|").split("|")) for number, line in enumerate(file.read_text(encoding="utf-8").splitlines(), 1)
+            if line.startswith("|")] if file.exists() else []
+    rows = [(number, cells) for number, cells in rows if cells[0].strip() not in HEADINGS]
+    found = [] if rows else [f"{DOCUMENT} has no rows; a table of behaviours and their tests belongs there"]
+    for number, cells in rows:
+        named = NAME.findall(cells[-1])
+        if not named:
+            found.append(f"{DOCUMENT}:{number}: names no test")
+        found += [f"{DOCUMENT}:{number}: there is no test {name}" for name in named if name not in there]
+    return found
+
+
+def of_comments(root, there):
+    found = []
+    for file in tree.cxx_files(root, "src/shop"):
+        text = tree.text_of(file) or ""
+        for comment in CXX_COMMENT.finditer(text):
+            words = " ".join(comment.group().replace("/", " ").split())
+            line = text.count("\n", 0, comment.start()) + 1
+            found += [f"{tree.place(root, file, line)}: there is no test {name}" for name in POINTER.findall(words)
+                      if name not in there and not name.endswith((".h", ".cpp", ".md"))]
+    return found
+
+
+def findings(root):
+    there = existing(root)
+    return of_document(root, there) + of_comments(root, there)
+
+
+if __name__ == "__main__":
+    sys.exit(tree.main(findings))
