@@ -248,10 +248,13 @@ TEST(AssetSections, AreReadCompressedOrPlain)
 
 TEST(AssetSections, AreReadCompressedWhenBothAreThere)
 {
-    FS_IndexFile both;
-    addSection(both, "Contents", contents({"korvan::noise"}));
-    addSection(both, "Contents.gz", gzip(contents({"add"})));
-    EXPECT_FALSE(isKorvanAsset(both));
+    FS_IndexFile good, bad;
+    addSection(good, "Contents", contents({"add"}));
+    addSection(good, "Contents.gz", gzip(contents({"korvan::noise"})));
+    addSection(bad, "Contents", contents({"korvan::noise"}));
+    addSection(bad, "Contents.gz", gzip(contents({"add"})));
+    EXPECT_TRUE(isKorvanAsset(good));
+    EXPECT_FALSE(isKorvanAsset(bad));
 }
 
 TEST(AssetSections, ThatAreNotThereRefuse)

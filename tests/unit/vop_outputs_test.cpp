@@ -214,6 +214,18 @@ TEST(OutputTable, HasTheFourTypesBeforeEverythingElseOfOurs)
                             "korvan::noise", "korvan::fetch", "korvan::ramp_float", "korvan::ramp_rgb"}));
 }
 
+TEST(OutputOperator, KeepsTheLabelsAndTypesThatTheLightOutputDoesNotShow)
+{
+    StandinSession session;
+    session.registerAll();
+    const auto* op = dynamic_cast<zelk::shop::VOP_KorvanOutputOperator*>(session.vop("korvan_light"));
+    ASSERT_NE(op, nullptr);
+    ASSERT_EQ(op->inputs.size(), 2u);
+    EXPECT_EQ(op->inputs[1]->token, "light_filter");
+    EXPECT_EQ(op->inputs[1]->label, "Light Filter");
+    EXPECT_EQ(op->inputs[1]->type, 36);
+}
+
 TEST(OutputInput, ThrowsOutOfRangeWhenThereIsNone)
 {
     StandinSession session;
