@@ -7,7 +7,7 @@ import sys
 
 import tree
 
-ROOMS = ("src", "standin", "tools", "tests", "bench", "examples")
+ROOMS = ("src", "standin", "tools", "tests", "bench", "fuzz", "examples")
 COMPLAINT = re.compile(r"^(.+?):(\d+):\d+: (?:error|warning): code should be clang-formatted")
 
 
