@@ -36,7 +36,9 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     std::ofstream(path, std::ios::binary).write(reinterpret_cast<const char*>(data), static_cast<long>(size));
     std::vector<std::string> warnings;
     std::string why;
-    if (!standin::loadScene(path, warnings, why))
+    const bool loaded = standin::loadScene(path, warnings, why);
+    std::filesystem::remove(path);
+    if (!loaded)
     {
         require(!why.empty(), "a scene that cannot be loaded has a sentence");
         forgetMessages();
