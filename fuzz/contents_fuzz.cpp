@@ -2,6 +2,7 @@
 //
 // First byte: bit 0 compressed, bit 1 the section goes through the index file's own bytes, bit 2 compressed contents are
 // taken as they are instead of packed here, bit 3 the whole input is an index file.
+#include "asset_contents.h"
 #include "fuzzing.h"
 
 #include "shop_contents.h"
@@ -10,10 +11,8 @@
 #include <FS/FS_Reader.h>
 #include <UT/UT_IGZStream.h>
 #include <UT/UT_IStream.h>
-#include <UT/UT_WorkBuffer.h>
 
 #include <kr_observe.h>
-#include <zlib.h>
 
 #include <filesystem>
 #include <fstream>
@@ -31,66 +30,6 @@ enum Choice
     packed_already = 4,
     whole_index = 8
 };
-
-std::string gzip(const std::string& text)
-{
-    z_stream stream = {};
-    deflateInit2(&stream, Z_BEST_SPEED, Z_DEFLATED, 15 + 16, 8, Z_DEFAULT_STRATEGY);
-    std::string packed(deflateBound(&stream, text.size()), '\0');
-    stream.next_in = reinterpret_cast<Bytef*>(const_cast<char*>(text.data()));
-    stream.avail_in = static_cast<uInt>(text.size());
-    stream.next_out = reinterpret_cast<Bytef*>(&packed[0]);
-    stream.avail_out = static_cast<uInt>(packed.size());
-    deflate(&stream, Z_FINISH);
-    packed.resize(stream.total_out);
-    deflateEnd(&stream);
-    return packed;
-}
-
-// The next word; false at the end.
-bool readWord(UT_IStream& stream, std::string& word)
-{
-    UT_WorkBuffer buffer;
-    const bool read = stream.getWord(buffer);
-    word.assign(buffer.buffer(), static_cast<std::size_t>(buffer.length()));
-    return read;
-}
-
-bool isForeign(const std::string& type)
-{
-    return type != "null" && type != "subnet" && type != "subinput" && type != "suboutput";
-}
-
-// The filter's question, answered with nothing clever about it.
-bool acceptsByWords(UT_IStream& stream, bool stored)
-{
-    static const std::string separator("init\0type", 9);
-    int words = 0, korvan = 0;
-    bool isOwn = true;
-    std::string word;
-    while (readWord(stream, word))
-    {
-        ++words;
-        if (word.find(separator) == std::string::npos)
-            continue;
-        if (!readWord(stream, word))
-            break;
-        if (word != "=")
-            continue;
-        if (isOwn)
-        {
-            isOwn = false;
-            continue;
-        }
-        if (!readWord(stream, word))
-            break;
-        if (word.compare(0, 8, "korvan::") == 0)
-            ++korvan;
-        else if (isForeign(word))
-            return stored && words == 1;
-    }
-    return (stored && words == 1) || korvan > 0;
-}
 
 bool assetAcceptsByWords(const FS_IndexFile& asset)
 {

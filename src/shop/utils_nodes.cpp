@@ -26,10 +26,25 @@ int parmIndexOf(const void* eventData)
     return static_cast<int>(reinterpret_cast<std::intptr_t>(eventData));
 }
 
+namespace
+{
+
+/// A null text equals a null name only.
 bool isNamed(const char* connector, const UT_String& name)
 {
     const char* text = name.buffer();
     return connector && text ? std::string(connector) == text : connector == text;
+}
+
+} // namespace
+
+int findInputByLabel(const VOP_Node& node, const UT_String& name)
+{
+    const unsigned count = node.getNumVisibleInputs();
+    for (unsigned i = 0; i < count; ++i)
+        if (isNamed(node.inputLabel(i), name))
+            return static_cast<int>(i);
+    return -1;
 }
 
 NodeWatch::NodeWatch(OP_Node& node) : m_node(&node) { m_node->addOpInterest(this, onEvent); }
@@ -46,13 +61,17 @@ void NodeWatch::onEvent(OP_Node*, void* self, OP_EventType type, void*)
         static_cast<NodeWatch*>(self)->m_node = nullptr;
 }
 
-void showDetailAroundMiddle(VOP_Node& node, char detail)
+bool showDetailAroundMiddle(VOP_Node& node, char detail)
 {
+    const NodeWatch life(node);
     const fpreal before = node.getH();
     if (detail)
         node.setExtraFlag(detail, 1);
+    if (life.isOver())
+        return false;
     const fpreal y = node.getY(), after = node.getH(), x = node.getX();
     node.setXYWithBoundsChecks(x, y - 0.5 * (before - after));
+    return !life.isOver();
 }
 
 } // namespace shop

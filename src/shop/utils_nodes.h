@@ -29,8 +29,8 @@ std::string fullPathOf(const OP_Node& node);
 /// Returns the parameter index that a parameter event carries; negative when many parameters changed at once.
 int parmIndexOf(const void* eventData);
 
-/// Whether a connector has that name. A null text equals a null name only.
-bool isNamed(const char* connector, const UT_String& name);
+/// Returns the first visible input with that label; -1 when there is none. A null name equals a null label only.
+int findInputByLabel(const VOP_Node& node, const UT_String& name);
 
 /// Lets a node find out whether it survived something that calls foreign code. A node holds one; a Watch is made before.
 class NodeLife
@@ -76,8 +76,8 @@ private:
 };
 
 /// Shows another level of a node's connectors (VOP_OPT_..._FLAG; 0 leaves it as it is) and moves the node so that the
-/// middle of its tile stays where it was.
-void showDetailAroundMiddle(VOP_Node& node, char detail);
+/// middle of its tile stays where it was. False when somebody who heard of it deleted the node.
+bool showDetailAroundMiddle(VOP_Node& node, char detail);
 
 } // namespace shop
 } // namespace zelk

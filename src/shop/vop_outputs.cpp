@@ -180,11 +180,7 @@ void VOP_KorvanOutput::getInputNameSubclass(UT_String& name, int i) const
 
 int VOP_KorvanOutput::getInputFromNameSubclass(const UT_String& name) const
 {
-    const unsigned count = getNumVisibleInputs();
-    for (unsigned i = 0; i < count; ++i)
-        if (isNamed(inputLabel(i), name))
-            return static_cast<int>(i);
-    return -1;
+    return findInputByLabel(*this, name);
 }
 
 VOP_Type VOP_KorvanOutput::getInputTypeSubclass(int i)

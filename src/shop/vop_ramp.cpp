@@ -272,9 +272,7 @@ bool VOP_KorvanRamp::updateParmsFlags()
 
 bool VOP_KorvanRamp::runCreateScript()
 {
-    const NodeLife::Watch life(m_life); // whoever hears of the move may delete the node
-    showDetailAroundMiddle(*this, VOP_OPT_MEDIUM_FLAG);
-    return !life.isOver() && VOP_KorvanUtility::runCreateScript();
+    return showDetailAroundMiddle(*this, VOP_OPT_MEDIUM_FLAG) && VOP_KorvanUtility::runCreateScript();
 }
 
 void VOP_KorvanRamp::nodeEventHandler(OP_Node*, void* callee, OP_EventType type, void* data)

@@ -121,9 +121,7 @@ bool VOP_KorvanShader::runCreateScript()
     int detail = desc().lod();
     if (!detail && getNumVisibleInputs() > most_inputs_in_full_detail)
         detail = VOP_OPT_MEDIUM_FLAG;
-    const NodeLife::Watch life(m_life); // whoever hears of the move may delete the node
-    showDetailAroundMiddle(*this, static_cast<char>(detail));
-    return !life.isOver() && VOP_Node::runCreateScript();
+    return showDetailAroundMiddle(*this, static_cast<char>(detail)) && VOP_Node::runCreateScript();
 }
 
 void VOP_KorvanShader::nodeEventHandler(OP_Node*, void* callee, OP_EventType type, void* data)

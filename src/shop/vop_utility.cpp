@@ -75,11 +75,7 @@ void VOP_KorvanUtility::getOutputNameSubclass(UT_String& name, int i) const
 
 int VOP_KorvanUtility::getInputFromNameSubclass(const UT_String& name) const
 {
-    const unsigned count = getNumVisibleInputs();
-    for (unsigned i = 0; i < count; ++i)
-        if (isNamed(inputLabel(i), name))
-            return static_cast<int>(i);
-    return -1;
+    return findInputByLabel(*this, name);
 }
 
 } // namespace shop

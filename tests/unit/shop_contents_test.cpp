@@ -1,3 +1,4 @@
+#include "asset_contents.h"
 #include "standin_renderer.h"
 #include "standin_session.h"
 
@@ -5,9 +6,6 @@
 
 #include <FS/FS_IndexFile.h>
 #include <UT/UT_IStream.h>
-#include <UT/UT_WorkBuffer.h>
-
-#include <zlib.h>
 
 #include <cstring>
 #include <random>
@@ -63,66 +61,15 @@ bool accepts(const std::string& text, bool stored = false)
     return areKorvanContents(stream, stored);
 }
 
-std::string gzip(const std::string& text)
-{
-    z_stream stream = {};
-    deflateInit2(&stream, Z_BEST_SPEED, Z_DEFLATED, 15 + 16, 8, Z_DEFAULT_STRATEGY);
-    std::string packed(deflateBound(&stream, text.size()), '\0');
-    stream.next_in = reinterpret_cast<Bytef*>(const_cast<char*>(text.data()));
-    stream.avail_in = static_cast<uInt>(text.size());
-    stream.next_out = reinterpret_cast<Bytef*>(&packed[0]);
-    stream.avail_out = static_cast<uInt>(packed.size());
-    deflate(&stream, Z_FINISH);
-    packed.resize(stream.total_out);
-    deflateEnd(&stream);
-    return packed;
-}
-
 void addSection(FS_IndexFile& file, const char* name, const std::string& data)
 {
     file.addSection(name, data.data(), static_cast<int>(data.size()));
 }
 
-/// The same question, answered by reading one word after the other.
 bool acceptsByWords(const std::string& text, bool stored)
 {
-    static const std::string separator("init\0type", 9);
     TextStream stream(text);
-    UT_WorkBuffer buffer;
-    const auto next = [&](std::string& word)
-    {
-        const bool read = stream.getWord(buffer);
-        word.assign(buffer.buffer(), static_cast<std::size_t>(buffer.length()));
-        return read;
-    };
-    int words = 0, korvan = 0;
-    bool first = true, good = true;
-    std::string word;
-    while (next(word))
-    {
-        ++words;
-        if (word.rfind(separator) == std::string::npos)
-            continue;
-        if (!next(word))
-            break;
-        if (word != "=")
-            continue;
-        if (first)
-        {
-            first = false;
-            continue;
-        }
-        if (!next(word))
-            break;
-        if (word.compare(0, 8, "korvan::") == 0)
-            ++korvan;
-        else if (word != "null" && word != "subnet" && word != "subinput" && word != "suboutput")
-        {
-            good = false;
-            break;
-        }
-    }
-    return (stored && words == 1) || (korvan > 0 && good);
+    return acceptsByWords(stream, stored);
 }
 
 } // namespace
