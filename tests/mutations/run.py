@@ -21,8 +21,6 @@ import tomllib
 
 ROOT = pathlib.Path(__file__).resolve().parents[2]
 WORK = ROOT / "build" / "mutation"
-COPIED = ("CMakeLists.txt", "CMakePresets.json", "cmake", "src", "standin", "tests", "tools", "bench", "examples", "LICENSE",
-          "README.md", "CHANGELOG.md", "docs", "script")
 
 
 class Mutation:
@@ -89,8 +87,9 @@ def prepare():
     """Copies the sources and builds the tests once, unbroken."""
     tree = WORK / "tree"
     tree.mkdir(parents=True, exist_ok=True)
-    for name in COPIED:
-        mirror(ROOT / name, tree / name)
+    for path in ROOT.iterdir():
+        if path != WORK.parent and not path.name.startswith("."):
+            mirror(path, tree / path.name)
     subprocess.run(["cmake", "-S", tree, "-B", WORK / "build", "-G", "Ninja", "-DCMAKE_BUILD_TYPE=None",
                     "-DCMAKE_CXX_FLAGS=-O0 -w", "-DPython3_ROOT_DIR=/usr", "-DKORVAN_TESTS=ON", "-DKORVAN_BENCH=OFF"],
                    check=True, stdout=subprocess.DEVNULL)
