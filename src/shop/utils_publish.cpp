@@ -8,12 +8,14 @@ namespace zelk
 namespace shop
 {
 
+void publish(const ipr::Delta& delta) { ipr::DeltaPublisher::instance().send(delta.serialize()); }
+
 void publish(ipr::Delta& delta, const std::vector<std::string>& targetPaths)
 {
     for (const std::string& path : targetPaths)
     {
         delta.nodePath = path;
-        ipr::DeltaPublisher::instance().send(delta.serialize());
+        publish(delta);
     }
 }
 

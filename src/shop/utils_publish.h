@@ -14,8 +14,11 @@ class Delta;
 namespace shop
 {
 
-/// Sends a filled record to the running render, once for each target path, in order. The records differ only in
-/// `nodePath`, which is left at the last target. Whether a render listens is the library's concern.
+/// Sends a filled record, `nodePath` included, to the running render. Whether one listens is the library's concern.
+void publish(const ipr::Delta& delta);
+
+/// Sends a record once for each target path, in order. The records differ only in `nodePath`, which is left at the last
+/// target.
 void publish(ipr::Delta& delta, const std::vector<std::string>& targetPaths);
 
 } // namespace shop

@@ -357,7 +357,8 @@ void VOP_KorvanRamp::publishKeys(const NodeLife::Watch& life)
 void VOP_KorvanRamp::publishRecord(ipr::Delta& delta) const
 {
     delta.entryName = kind().entryName;
-    publish(delta, {fullPathOf(*this)});
+    delta.nodePath = fullPathOf(*this);
+    publish(delta);
 }
 
 } // namespace shop

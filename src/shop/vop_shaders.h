@@ -14,10 +14,16 @@ class OP_OperatorTable;
 
 namespace zelk
 {
+namespace ipr
+{
+class Delta;
+}
+
 namespace shop
 {
 
 class ShaderDesc;
+struct ParmDesc;
 
 /// Adds one operator for each shader and each plug-in camera of the renderer.
 ///
@@ -85,7 +91,12 @@ private:
     /// Tells the running render about one edited parameter. Silent for what no render has: interface-only
     /// parameters, array elements, the image shader's file, and a camera shader that no camera uses.
     void handleParmChanged(int parmIndex);
-    std::vector<std::string> updateTargets() const;
+    void sendToNode(const ParmDesc& parm, const NodeLife::Watch& life) const;
+    /// To those that look through this node, which must have a wire.
+    void sendToCameras(const ParmDesc& parm, const NodeLife::Watch& life) const;
+    /// Puts the entry's name and the parameter's value into a record. False when that ended this node.
+    bool fill(ipr::Delta& delta, const ParmDesc& parm, const NodeLife::Watch& life) const;
+    std::string fullPath() const;
 
     NodeLife m_life;
 };

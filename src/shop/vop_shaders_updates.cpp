@@ -11,6 +11,7 @@
 #include <SYS/SYS_SequentialThreadIndex.h>
 #include <UT/UT_String.h>
 #include <UT/UT_ValArray.h>
+#include <UT/UT_WorkBuffer.h>
 
 #include <zelk/ipr/delta.h>
 
@@ -104,20 +105,19 @@ const EncodingRow encoding_rows[] = {
     {KR_TYPE_MATRIX, encodeMatrix},    {KR_TYPE_ENUM, encodeText},
 };
 
-ipr::DeltaParm encoded(const OP_Node& node, const ParmDesc& parm)
+/// Fills a fresh entry of a record with the parameter's value.
+void encode(const OP_Node& node, const ParmDesc& parm, ipr::DeltaParm& target)
 {
-    ipr::DeltaParm target = ipr::DeltaParm();
     target.type = static_cast<std::uint8_t>(parm.typeCode());
     for (const EncodingRow& row : encoding_rows)
     {
         if (row.code == parm.typeCode())
         {
             row.encode(Evaluation(node, parm.name.c_str()), target);
-            return target;
+            return;
         }
     }
     target.str = unhandled;
-    return target;
 }
 
 /// The file of the image shader is never published: the render reads its images at its own pace.
@@ -181,12 +181,11 @@ private:
 
 } // namespace
 
-/// Whom an edit is addressed to: the node itself, or the cameras that look through it when it is wired.
-std::vector<std::string> VOP_KorvanShader::updateTargets() const
+std::string VOP_KorvanShader::fullPath() const
 {
-    if (desc().nodeType != KR_NODE_CAMERA)
-        return std::vector<std::string>(1, fullPathOf(*this));
-    return nOutputs(-1) ? Cameras().lookingThrough(fullPathOf(*this)) : std::vector<std::string>();
+    UT_WorkBuffer path;
+    doGetFullPath(path);
+    return path.buffer();
 }
 
 void VOP_KorvanShader::handleParmChanged(int parmIndex)
@@ -199,15 +198,35 @@ void VOP_KorvanShader::handleParmChanged(int parmIndex)
     const ParmDesc* parm = desc().parmDesc(getParm(parmIndex).getToken());
     if (!parm || parm->isExtra || isImageFile(desc(), *parm))
         return;
+    if (desc().nodeType == KR_NODE_CAMERA)
+        sendToCameras(*parm, life);
+    else
+        sendToNode(*parm, life);
+}
 
-    const std::vector<std::string> targets = updateTargets();
-    if (targets.empty() || life.isOver())
-        return;
+void VOP_KorvanShader::sendToNode(const ParmDesc& parm, const NodeLife::Watch& life) const
+{
     ipr::Delta delta;
+    delta.nodePath = fullPath();
+    if (fill(delta, parm, life))
+        publish(delta);
+}
+
+void VOP_KorvanShader::sendToCameras(const ParmDesc& parm, const NodeLife::Watch& life) const
+{
+    if (!nOutputs(-1))
+        return;
+    const std::vector<std::string> cameras = Cameras().lookingThrough(fullPath());
+    ipr::Delta delta;
+    if (!cameras.empty() && !life.isOver() && fill(delta, parm, life))
+        publish(delta, cameras);
+}
+
+bool VOP_KorvanShader::fill(ipr::Delta& delta, const ParmDesc& parm, const NodeLife::Watch& life) const
+{
     delta.entryName = desc().name;
-    delta[parm->name] = encoded(*this, *parm);
-    if (!life.isOver())
-        publish(delta, targets);
+    encode(*this, parm, delta[parm.name]);
+    return !life.isOver();
 }
 
 } // namespace shop
