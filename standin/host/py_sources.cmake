@@ -1,5 +1,6 @@
 # Python inside the host: PY, the door of standin/python.h, and the module that the hou package is made of.
 set(HOST_PY_SOURCES
+    src/py/compile_check.cpp
     src/py/hou_assets.cpp
     src/py/hou_multi_parms.cpp
     src/py/hou_nodes.cpp

@@ -71,6 +71,14 @@ struct KeysOptions
 };
 int runKeys(const KeysOptions& options);
 
+struct LintCommandOptions
+{
+    std::vector<std::string> files; ///< empty: everything that the plug-in loads
+    bool json = false;
+    bool strict = false; ///< warnings, too, make the status 1
+};
+int runLint(const GlobalOptions& global, const LintCommandOptions& options);
+
 } // namespace kshop
 
 #endif

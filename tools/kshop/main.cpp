@@ -86,6 +86,17 @@ Examples:
   kshop keys ~/.korvan-keys
   ZELK_IPR_KEYS=~/.korvan-keys kshop listen --endpoint 'tcp://*:9000')";
 
+const char* const lint_examples =
+    R"(Loads shaders and metadata as the plug-in does and tells every mistake: where it is, what an artist will see because
+of it, and what to do. docs/lint.md has a section for each rule.
+
+Examples:
+  kshop lint                     everything on the search path
+  kshop lint my_shader.mtd       a file, wherever it is; nothing is said about others
+  kshop lint --strict --json     for programs that guard a library
+
+Exit status: 1 when there are errors, with --strict also when there are warnings; 0 otherwise.)";
+
 const char* const tab_examples = R"(Examples:
   kshop tab /shop                            what can be made in /shop
   kshop tab /shop --create korvan_vopnet     what can be made inside a new node of that type
@@ -103,6 +114,7 @@ struct Options
     ListenOptions listen;
     ReplayOptions replay;
     KeysOptions keys;
+    LintCommandOptions lint;
     std::function<int()> command;
 };
 
@@ -231,6 +243,17 @@ void addKeys(CLI::App& app, Options& options)
     command->callback([&options] { options.command = [&options] { return runKeys(options.keys); }; });
 }
 
+void addLint(CLI::App& app, Options& options)
+{
+    CLI::App* command = app.add_subcommand("lint", "Mistakes in the metadata of shaders");
+    command->add_option("FILE", options.lint.files, "Metadata files (.mtd); everything when none is given");
+    command->add_flag("--strict", options.lint.strict, "Warnings, too, make the exit status 1");
+    addJson(*command, options.lint.json);
+    command->footer(lint_examples);
+    command->callback([&options]
+                      { options.command = [&options] { return runLint(options.global, options.lint); }; });
+}
+
 /// Complains when --dso names nothing; otherwise makes it absolute, since scripts may change the directory.
 bool resolveDso(std::string& dso)
 {
@@ -294,6 +317,7 @@ int runProgram(int argc, char** argv)
     addListen(app, options);
     addReplay(app, options);
     addKeys(app, options);
+    addLint(app, options);
     app.failure_message(
         [](const CLI::App*, const CLI::Error& error)
         { return fmt::format("kshop: {}\nRun with --help for more information.\n", error.what()); });

@@ -3,22 +3,13 @@
 #include "operator_facts.h"
 
 #include <OP/OP_Operator.h>
-#include <UT/UT_PathSearch.h>
-#include <UT/UT_StringArray.h>
 #include <kr.h>
-#include <kr_observe.h>
 
 #include <fmt/format.h>
 
-#include <algorithm>
-#include <cstdlib>
-#include <filesystem>
 #include <map>
 #include <set>
-#include <sstream>
 #include <string_view>
-
-namespace fs = std::filesystem;
 
 namespace kshop
 {
@@ -48,61 +39,6 @@ std::string kindText(int kind)
             return std::string("a ") + row.word;
     return fmt::format("of the unknown kind {}", kind);
 }
-
-std::vector<std::string> textsOf(const UT_StringArray& array)
-{
-    std::vector<std::string> result;
-    for (const UT_StringHolder& text : array)
-        result.emplace_back(static_cast<const char*>(text));
-    return result;
-}
-
-std::vector<std::string> splitPath(const char* path)
-{
-    std::vector<std::string> result;
-    std::istringstream stream(path ? path : "");
-    for (std::string entry; std::getline(stream, entry, ':');)
-        if (!entry.empty())
-            result.push_back(entry);
-    return result;
-}
-
-std::vector<std::string> sharedObjectsIn(const std::string& directory)
-{
-    std::vector<std::string> result;
-    std::error_code error;
-    for (fs::directory_iterator it(directory, error), end; !error && it != end; it.increment(error))
-        if (it->path().extension() == ".so")
-            result.push_back(it->path().string());
-    std::sort(result.begin(), result.end());
-    return result;
-}
-
-/// The renderer, running and loaded, for the time of this object; its console is silent.
-class RunningRenderer
-{
-public:
-    RunningRenderer() : m_consoleFlags(KrMsgGetConsoleFlags())
-    {
-        KrMsgSetConsoleFlags(0);
-        KrBegin();
-        const RendererFiles files = findRendererFiles();
-        for (const std::string& directory : files.pluginDirectories)
-            KrLoadPlugins(directory.c_str());
-        for (const std::string& file : files.metadataFiles)
-            KrMetaDataLoadFile(file.c_str());
-    }
-    ~RunningRenderer()
-    {
-        KrEnd();
-        KrMsgSetConsoleFlags(m_consoleFlags);
-    }
-    RunningRenderer(const RunningRenderer&) = delete;
-    RunningRenderer& operator=(const RunningRenderer&) = delete;
-
-private:
-    int m_consoleFlags;
-};
 
 /// The type name that the plug-in gives an entry.
 std::string operatorName(const std::string& entryName)
@@ -181,27 +117,9 @@ private:
 
 } // namespace
 
-RendererFiles findRendererFiles()
-{
-    const UT_PathSearch* path = UT_PathSearch::getInstance(UT_HOUDINI_PATH);
-    RendererFiles files;
-    UT_StringArray found;
-    path->findAllDirectories("korvan/plugins", found);
-    files.pluginDirectories = textsOf(found);
-    for (const std::string& directory : splitPath(std::getenv("KORVAN_PLUGIN_PATH")))
-        files.pluginDirectories.push_back(directory);
-    for (const std::string& directory : files.pluginDirectories)
-        for (const std::string& plugin : sharedObjectsIn(directory))
-            files.plugins.push_back(plugin);
-    UT_StringArray metadata;
-    path->matchAllFilesInSubdirectory(".mtd", "korvan/metadata", true, metadata, true, false);
-    files.metadataFiles = textsOf(metadata);
-    return files;
-}
-
 std::vector<UnregisteredEntry> findUnregistered(const std::vector<OP_Operator*>& registered)
 {
-    const RunningRenderer renderer;
+    const RunningRenderer renderer(findRendererFiles().metadataFiles);
     Walk walk(registered);
     KtNodeEntryIterator* entries = KrUniverseGetNodeEntryIterator(all_kinds);
     while (!KrNodeEntryIteratorFinished(entries))

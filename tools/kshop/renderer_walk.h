@@ -1,6 +1,8 @@
 #ifndef KSHOP_RENDERER_WALK_H
 #define KSHOP_RENDERER_WALK_H
 
+#include "running_renderer.h"
+
 #include <string>
 #include <vector>
 
@@ -15,16 +17,6 @@ struct UnregisteredEntry
     std::string name;
     std::string reason; ///< a sentence without its full stop
 };
-
-/// Where the renderer's files are looked for: what the plug-in loads, in its order.
-struct RendererFiles
-{
-    std::vector<std::string>
-        pluginDirectories;            ///< "korvan/plugins" on the host's path, then KORVAN_PLUGIN_PATH
-    std::vector<std::string> plugins; ///< the shared objects in them
-    std::vector<std::string> metadataFiles;
-};
-RendererFiles findRendererFiles();
 
 /// Starts the renderer once more with the same files and goes through all its entries. Silent: what there is to say
 /// about the files was said when the plug-in loaded them. `registered` are the operators of the shader-network table.

@@ -21,6 +21,10 @@ KR_EXPORT KtNodeDecl* KrDeclareNode(const char* name, int nodeType, int outputTy
 /* Sets the file that the entry says it comes from (by default the plug-in being loaded); null: built in. */
 KR_EXPORT void KrDeclareNodeFile(KtNodeDecl* node, const char* file);
 
+/* Says where the entry's declaration was written, when that is not the plug-in itself: for tools that show places. It
+ * goes for the metadata that is declared afterwards. */
+KR_EXPORT void KrDeclareNodeSource(KtNodeDecl* node, const char* file);
+
 /* Adds a parameter. A null default stays null. An array default names its element type itself.
  * False, after an error message, when the entry has a parameter of that name already. */
 KR_EXPORT bool KrDeclareParam(KtNodeDecl* node, const char* name, int type, const KtParamValue* defaultValue);

@@ -35,6 +35,7 @@ KtParamEntry* addParam(KtNodeDecl* node, const char* name, int type)
     KtParamEntry& param = entry->params.emplace_back();
     param.name = Universe::current()->arena().share(name);
     param.type = type;
+    param.table = {nullptr, 0, 0};
     entry->paramNames.add(param.name);
     return &param;
 }
@@ -49,6 +50,8 @@ const char** copyItems(Arena& arena, const char* const* items)
         copy[i] = arena.share(items[i]);
     return copy;
 }
+
+KtPlace placeOf(KtNodeDecl* node) { return {entryOf(node)->source, 0, 0}; }
 
 // Null, after a message where there is a mistake, when there is nowhere to put the key.
 MetaData* metaDataFor(KtNodeDecl* node, const char* param, const char* key)
@@ -94,6 +97,12 @@ void KrDeclareNodeFile(KtNodeDecl* node, const char* file)
         entry->file = file ? Universe::current()->arena().share(file) : nullptr;
 }
 
+void KrDeclareNodeSource(KtNodeDecl* node, const char* file)
+{
+    if (KtNodeEntry* entry = entryOf(node))
+        entry->source = file ? Universe::current()->arena().share(file) : nullptr;
+}
+
 bool KrDeclareParam(KtNodeDecl* node, const char* name, int type, const KtParamValue* defaultValue)
 {
     KtParamEntry* param = addParam(node, name, type);
@@ -133,17 +142,17 @@ void KrDeclareItems(KtNodeDecl* node, const char* param, const char* const* item
 void KrDeclareMetaDataStr(KtNodeDecl* node, const char* param, const char* key, const char* value)
 {
     if (MetaData* metaData = metaDataFor(node, param, key))
-        metaData->setText(Universe::current()->arena(), key, value ? value : "");
+        metaData->setText(Universe::current()->arena(), key, value ? value : "", placeOf(node));
 }
 
 void KrDeclareMetaDataBool(KtNodeDecl* node, const char* param, const char* key, bool value)
 {
     if (MetaData* metaData = metaDataFor(node, param, key))
-        metaData->setBool(Universe::current()->arena(), key, value);
+        metaData->setBool(Universe::current()->arena(), key, value, placeOf(node));
 }
 
 void KrDeclareMetaDataFlt(KtNodeDecl* node, const char* param, const char* key, float value)
 {
     if (MetaData* metaData = metaDataFor(node, param, key))
-        metaData->setFloat(Universe::current()->arena(), key, value);
+        metaData->setFloat(Universe::current()->arena(), key, value, placeOf(node));
 }

@@ -10,45 +10,48 @@ namespace
 constexpr std::size_t usual_count = 4; // keys of one parameter
 }
 
-void MetaData::setText(Arena& arena, std::string_view key, std::string_view value)
+void MetaData::setText(Arena& arena, std::string_view key, std::string_view value, const KtPlace& written)
 {
-    KtMetaDataEntry& item = itemOf(arena, key);
+    KtMetaDataEntry& item = itemOf(arena, key, written);
     item.value.str = arena.keep(value);
     item.type = KR_TYPE_STRING;
 }
 
-void MetaData::setBool(Arena& arena, std::string_view key, bool value)
+void MetaData::setBool(Arena& arena, std::string_view key, bool value, const KtPlace& written)
 {
-    KtMetaDataEntry& item = itemOf(arena, key);
+    KtMetaDataEntry& item = itemOf(arena, key, written);
     item.value.bool_ = value;
     item.type = KR_TYPE_BOOLEAN;
 }
 
-void MetaData::setFloat(Arena& arena, std::string_view key, float value)
+void MetaData::setFloat(Arena& arena, std::string_view key, float value, const KtPlace& written)
 {
-    KtMetaDataEntry& item = itemOf(arena, key);
+    KtMetaDataEntry& item = itemOf(arena, key, written);
     item.value.flt = value;
     item.type = KR_TYPE_FLOAT;
 }
 
-const KtMetaDataEntry* MetaData::find(std::string_view key) const
+const MetaData::Item* MetaData::find(std::string_view key) const
 {
     const std::uint32_t position = m_keys.find(key);
     return position == NameIndex::npos ? nullptr : &m_items[position];
 }
 
-KtMetaDataEntry& MetaData::itemOf(Arena& arena, std::string_view key)
+KtMetaDataEntry& MetaData::itemOf(Arena& arena, std::string_view key, const KtPlace& written)
 {
     const std::uint32_t position = m_keys.find(key);
     if (position != NameIndex::npos)
-        return m_items[position];
+    {
+        m_items[position].written = written;
+        return m_items[position].entry;
+    }
     // The same few dozen keys stand on every parameter of every shader.
     const char* name = arena.share(key);
     m_keys.add(std::string_view(name, key.size()));
     if (m_items.empty())
         m_items.reserve(usual_count);
-    m_items.push_back({name, {}, KR_TYPE_UNDEFINED});
-    return m_items.back();
+    m_items.push_back({{name, {}, KR_TYPE_UNDEFINED}, written});
+    return m_items.back().entry;
 }
 
 } // namespace zelk::renderer
@@ -60,8 +63,8 @@ namespace
 const KtMetaDataEntry* findItem(const KtNodeEntry* entry, const char* param, const char* key, int type)
 {
     const MetaData* metaData = entry->metaDataOf(param);
-    const KtMetaDataEntry* item = metaData ? metaData->find(key) : nullptr;
-    return item && item->type == type ? item : nullptr;
+    const MetaData::Item* item = metaData ? metaData->find(key) : nullptr;
+    return item && item->entry.type == type ? &item->entry : nullptr;
 }
 } // namespace
 
@@ -109,7 +112,7 @@ const KtMetaDataEntry* KrMetaDataIteratorGetNext(KtMetaDataIterator* iterator)
 {
     if (KrMetaDataIteratorFinished(iterator))
         return nullptr;
-    return &iterator->metaData->items()[iterator->next++];
+    return &iterator->metaData->items()[iterator->next++].entry;
 }
 
 void KrMetaDataIteratorDestroy(KtMetaDataIterator* iterator) { delete iterator; }

@@ -2,6 +2,7 @@
 
 #include "arena.h"
 #include "kr.h"
+#include "kr_observe.h"
 #include "name_index.h"
 
 #include <string_view>
@@ -14,22 +15,28 @@ namespace zelk::renderer
 class MetaData
 {
 public:
-    /// Each sets one key; a key that is there already keeps its place and takes the new value and type.
-    /// Key and text are copied into `arena`.
-    void setText(Arena& arena, std::string_view key, std::string_view value);
-    void setBool(Arena& arena, std::string_view key, bool value);
-    void setFloat(Arena& arena, std::string_view key, float value);
+    struct Item
+    {
+        KtMetaDataEntry entry;
+        KtPlace written; ///< the value in force
+    };
+
+    /// Each sets one key; a key that is there already keeps its rank and takes the new value, type and place.
+    /// Key and text are copied into `arena`; the place's file must live as long.
+    void setText(Arena& arena, std::string_view key, std::string_view value, const KtPlace& written);
+    void setBool(Arena& arena, std::string_view key, bool value, const KtPlace& written);
+    void setFloat(Arena& arena, std::string_view key, float value, const KtPlace& written);
 
     /// The item of that key, or null. Valid until the next set...().
-    const KtMetaDataEntry* find(std::string_view key) const;
+    const Item* find(std::string_view key) const;
 
-    const std::vector<KtMetaDataEntry>& items() const { return m_items; }
+    const std::vector<Item>& items() const { return m_items; }
 
 private:
-    KtMetaDataEntry& itemOf(Arena& arena, std::string_view key);
+    KtMetaDataEntry& itemOf(Arena& arena, std::string_view key, const KtPlace& written);
 
     NameIndex m_keys;
-    std::vector<KtMetaDataEntry> m_items;
+    std::vector<Item> m_items;
 };
 
 } // namespace zelk::renderer

@@ -1,4 +1,5 @@
 // Metadata files (.mtd): TOML, a table per node entry, its parameters' tables under "parameters".
+// What is left out of them is said, and noted for KrObserveGetLeftOut().
 #include "read_file.h"
 #include "universe.h"
 
@@ -14,6 +15,7 @@
 #include <cstring>
 #include <exception>
 #include <limits>
+#include <string>
 
 namespace zelk::renderer
 {
@@ -50,6 +52,7 @@ const char* wordFor(toml::node_type type)
 class MtdLoader
 {
 public:
+    /// `file` lives as long as the universe.
     MtdLoader(Universe& universe, const char* file) : m_universe(universe), m_file(file) {}
 
     void load(const toml::table& root);
@@ -66,18 +69,24 @@ private:
 
     void loadEntry(const Item& item);
     void loadParameters(KtNodeEntry& entry, const Item& item);
-    void loadMetaData(MetaData& metaData, const toml::table& table, std::string_view leftOut);
-    void loadValue(MetaData& metaData, const Item& item);
-    void loadText(MetaData& metaData, const Item& item, const std::string& text);
+    void unknownParameter(const KtNodeEntry& entry, const Item& item);
+    void loadMetaData(const toml::table& table, std::string_view leftOut);
+    void loadValue(const Item& item);
+    void loadText(const Item& item, const std::string& text);
     void collectValues(Items& values, const toml::table& table, std::string_view prefix,
                        std::string_view leftOut);
-    void misplaced(const Item& item, const char* where);
+    void misplaced(const char* entry, const Item& item, const char* where);
+    KtPlace placeOf(const Item& item) const;
+    void leaveOut(int reason, const Item& item, const char* detail = "");
 
     static Items itemsOf(const toml::table& table);
     static void sortByPosition(Items& items);
 
     Universe& m_universe;
     const char* m_file;
+    const char* m_entry = ""; // whose table is being loaded
+    const char* m_param = "";
+    MetaData* m_metaData = nullptr;
     Items m_values; // reused from table to table
 };
 
@@ -87,14 +96,17 @@ void MtdLoader::load(const toml::table& root)
         if (item.node->is_table())
             loadEntry(item);
         else
-            misplaced(item, "[\"ENTRY\"]");
+            misplaced("", item, "[\"ENTRY\"]");
 }
 
 void MtdLoader::loadEntry(const Item& item)
 {
     KtNodeEntry* entry = m_universe.find(item.key);
+    m_param = "";
     if (!entry)
     {
+        m_entry = m_universe.arena().share(item.key);
+        leaveOut(KR_LEFT_OUT_ENTRY, item);
         KrMsgWarning(
             "[kr] %s:%u:%u: There is no node entry \"%.*s\". Ignoring its metadata; correct the name, or "
             "install the plug-in that declares it.",
@@ -103,7 +115,10 @@ void MtdLoader::loadEntry(const Item& item)
         return;
     }
     const toml::table& table = *item.node->as_table();
-    loadMetaData(entry->metaData, table, "parameters");
+    m_entry = entry->name;
+    m_metaData = &entry->metaData;
+    entry->table = placeOf(item);
+    loadMetaData(table, "parameters");
     const auto parameters = table.find("parameters");
     if (parameters == table.end())
         return;
@@ -114,29 +129,39 @@ void MtdLoader::loadEntry(const Item& item)
 void MtdLoader::loadParameters(KtNodeEntry& entry, const Item& under)
 {
     if (!under.node->is_table())
-        return misplaced(under, "[\"ENTRY\".parameters.NAME]");
+        return misplaced(entry.name, under, "[\"ENTRY\".parameters.NAME]");
     for (const Item& item : itemsOf(*under.node->as_table()))
     {
         KtParamEntry* param = entry.findParam(item.key);
+        m_param = param ? param->name : m_universe.arena().share(item.key);
         if (!item.node->is_table())
-            misplaced(item, "[\"ENTRY\".parameters.NAME]");
+            misplaced(entry.name, item, "[\"ENTRY\".parameters.NAME]");
         else if (!param)
-            KrMsgWarning(
-                "[kr] %s:%u:%u: \"%s\" has no parameter \"%.*s\". Ignoring its metadata; correct the name.",
-                m_file, item.position.line, item.position.column, entry.name,
-                static_cast<int>(item.key.size()), item.key.data());
+            unknownParameter(entry, item);
         else
-            loadMetaData(param->metaData, *item.node->as_table(), {});
+        {
+            param->table = placeOf(item);
+            m_metaData = &param->metaData;
+            loadMetaData(*item.node->as_table(), {});
+        }
     }
 }
 
-void MtdLoader::loadMetaData(MetaData& metaData, const toml::table& table, std::string_view leftOut)
+void MtdLoader::unknownParameter(const KtNodeEntry& entry, const Item& item)
+{
+    KrMsgWarning("[kr] %s:%u:%u: \"%s\" has no parameter \"%.*s\". Ignoring its metadata; correct the name.",
+                 m_file, item.position.line, item.position.column, entry.name,
+                 static_cast<int>(item.key.size()), item.key.data());
+    leaveOut(KR_LEFT_OUT_PARAMETER, item);
+}
+
+void MtdLoader::loadMetaData(const toml::table& table, std::string_view leftOut)
 {
     m_values.clear();
     collectValues(m_values, table, {}, leftOut);
     sortByPosition(m_values);
     for (const Item& item : m_values)
-        loadValue(metaData, item);
+        loadValue(item);
 }
 
 // A dotted key makes nested tables; put together again it is the key that was written.
@@ -160,38 +185,57 @@ void MtdLoader::collectValues(Items& values, const toml::table& table, std::stri
     }
 }
 
-void MtdLoader::loadValue(MetaData& metaData, const Item& item)
+void MtdLoader::loadValue(const Item& item)
 {
+    Arena& arena = m_universe.arena();
     if (const auto text = item.node->as_string())
-        loadText(metaData, item, text->get());
+        loadText(item, text->get());
     else if (const auto truth = item.node->as_boolean())
-        metaData.setBool(m_universe.arena(), item.key, truth->get());
+        m_metaData->setBool(arena, item.key, truth->get(), placeOf(item));
     else if (const auto number = item.node->as_floating_point())
-        metaData.setFloat(m_universe.arena(), item.key, floatOf(number->get()));
+        m_metaData->setFloat(arena, item.key, floatOf(number->get()), placeOf(item));
     else if (const auto whole = item.node->as_integer())
-        metaData.setFloat(m_universe.arena(), item.key, static_cast<float>(whole->get()));
+        m_metaData->setFloat(arena, item.key, static_cast<float>(whole->get()), placeOf(item));
     else
+    {
+        leaveOut(KR_LEFT_OUT_VALUE, item, wordFor(item.node->type()));
         KrMsgError(
             "[kr] %s:%u:%u: The value of \"%.*s\" is %s. Skipping it; write a string, a boolean or a number.",
             m_file, item.position.line, item.position.column, static_cast<int>(item.key.size()),
             item.key.data(), wordFor(item.node->type()));
+    }
 }
 
-void MtdLoader::loadText(MetaData& metaData, const Item& item, const std::string& text)
+void MtdLoader::loadText(const Item& item, const std::string& text)
 {
     if (text.find('\0') == std::string::npos)
-        return metaData.setText(m_universe.arena(), item.key, text);
+        return m_metaData->setText(m_universe.arena(), item.key, text, placeOf(item));
     KrMsgError(
         "[kr] %s:%u:%u: The text of \"%.*s\" holds a zero character. Skipping it; take the \\u0000 out.",
         m_file, item.position.line, item.position.column, static_cast<int>(item.key.size()), item.key.data());
+    leaveOut(KR_LEFT_OUT_VALUE, item, "a text that holds a zero character");
 }
 
-void MtdLoader::misplaced(const Item& item, const char* where)
+void MtdLoader::misplaced(const char* entry, const Item& item, const char* where)
 {
+    m_entry = entry;
+    m_param = "";
     KrMsgError(
         "[kr] %s:%u:%u: \"%.*s\" stands where no metadata can stand. Skipping it; write it below a line %s.",
         m_file, item.position.line, item.position.column, static_cast<int>(item.key.size()), item.key.data(),
         where);
+    leaveOut(KR_LEFT_OUT_MISPLACED, item, where);
+}
+
+KtPlace MtdLoader::placeOf(const Item& item) const
+{
+    return {m_file, item.position.line, item.position.column};
+}
+
+void MtdLoader::leaveOut(int reason, const Item& item, const char* detail)
+{
+    m_universe.leaveOut(
+        {reason, placeOf(item), m_entry, m_param, m_universe.arena().share(item.key), detail});
 }
 
 MtdLoader::Items MtdLoader::itemsOf(const toml::table& table)
@@ -238,24 +282,45 @@ unsigned lineOfEndlessKey(const std::string& text)
     return 0;
 }
 
-// The parser words a key or table that stands twice so that it cannot be understood, garbled at times.
-std::string sentenceFor(const toml::parse_error& error)
+// The parser words this so that it cannot be understood, garbled at times.
+bool standsTwice(const toml::parse_error& error)
 {
-    const std::string description(error.description());
-    if (description.find("cannot redefine") != std::string::npos)
-        return "This key or table is there already, further up. Skipping the whole file; take one of the two "
-               "away.";
-    return description + ". Skipping the whole file; correct this line.";
+    return error.description().find("cannot redefine") != std::string_view::npos;
 }
 
-bool loadFile(Universe& universe, const char* file)
+std::string sentenceFor(const toml::parse_error& error)
 {
+    if (standsTwice(error))
+        return "This key or table is there already, further up. Skipping the whole file; take one of the two "
+               "away.";
+    return std::string(error.description()) + ". Skipping the whole file; correct this line.";
+}
+
+void leaveOutFile(Universe& universe, int reason, const KtPlace& place, std::string_view detail)
+{
+    universe.leaveOut({reason, place, "", "", "", universe.arena().keep(detail)});
+}
+
+void leaveOutFile(Universe& universe, const char* file, const toml::parse_error& error)
+{
+    const toml::source_position at = error.source().begin;
+    const bool twice = standsTwice(error);
+    KrMsgError("[kr] %s:%u:%u: %s", file, at.line, at.column, sentenceFor(error).c_str());
+    leaveOutFile(universe, twice ? KR_LEFT_OUT_TWICE : KR_LEFT_OUT_SYNTAX, {file, at.line, at.column},
+                 twice ? std::string_view() : error.description());
+}
+
+bool loadFile(Universe& universe, const char* name)
+{
+    const char* file = universe.arena().share(name);
     const std::optional<std::string> text = readFile(file);
     if (!text)
     {
+        const std::string reason = std::strerror(errno);
         KrMsgError(
             "[kr] Cannot read the metadata file %s: %s. Skipping it; make it readable or take it away.", file,
-            std::strerror(errno));
+            reason.c_str());
+        leaveOutFile(universe, KR_LEFT_OUT_UNREADABLE, {file, 0, 0}, reason);
         return false;
     }
     if (const unsigned line = lineOfEndlessKey(*text))
@@ -263,14 +328,14 @@ bool loadFile(Universe& universe, const char* file)
         KrMsgError(
             "[kr] %s:%u:1: A dotted key has too many parts. Skipping the whole file; correct this line.",
             file, line);
+        leaveOutFile(universe, KR_LEFT_OUT_SYNTAX, {file, line, 1}, "A dotted key has too many parts");
         return false;
     }
     const toml::parse_result result = toml::parse(std::string_view(*text), std::string_view(file));
     if (result)
         MtdLoader(universe, file).load(result.table());
     else
-        KrMsgError("[kr] %s:%u:%u: %s", file, result.error().source().begin.line,
-                   result.error().source().begin.column, sentenceFor(result.error()).c_str());
+        leaveOutFile(universe, file, result.error());
     return static_cast<bool>(result);
 }
 

@@ -64,6 +64,7 @@ KtNodeEntry& Universe::add(std::string_view name, int nodeType, int outputType)
     KtNodeEntry& entry = m_entries.emplace_back();
     entry.name = m_arena.keep(name);
     entry.file = m_plugin;
+    entry.source = m_plugin;
     entry.nodeType = nodeType;
     entry.outputType = outputType;
     m_names.add(std::string_view(entry.name, name.size()));

@@ -21,6 +21,7 @@ struct KtParamEntry
     KtParamValue value; ///< meaningful with hasDefault only
     const char** items; ///< KR_TYPE_ENUM: item names, ended by null; null for other types
     zelk::renderer::MetaData metaData;
+    KtPlace table; ///< its last table in a metadata file; without a file when there was none
 };
 
 /// What a plug-in holds while it declares an entry: the entry itself, seen from the other side.
@@ -32,12 +33,15 @@ struct KtNodeDecl
 struct KtNodeEntry : KtNodeDecl
 {
     const char* name = nullptr;
-    const char* file = nullptr; ///< null when built in
+    const char* file = nullptr;   ///< null when built in
+    const char* source = nullptr; ///< where it is declared: its plug-in, or a file that this one has read
     int nodeType = 0;
     int outputType = 0;
     std::deque<KtParamEntry> params; ///< a deque, so that parameters stay where they are
     zelk::renderer::NameIndex paramNames;
     zelk::renderer::MetaData metaData;
+    KtPlace table = {nullptr, 0,
+                     0}; ///< its last table in a metadata file; without a file when there was none
 
     /// The parameter of that name, or null.
     const KtParamEntry* findParam(std::string_view name) const;
@@ -75,6 +79,10 @@ public:
     /// Adds an entry under a new name; its file is the plug-in being loaded.
     KtNodeEntry& add(std::string_view name, int nodeType, int outputType);
 
+    /// Notes something that a metadata file held in vain. Its texts must live as long as the universe.
+    void leaveOut(const KtLeftOut& item) { m_leftOut.push_back(item); }
+    const std::deque<KtLeftOut>& leftOut() const { return m_leftOut; }
+
     /// Opens one plug-in and lets it declare its entries. Failures are reported; a file that is loaded
     /// already is passed over.
     void loadPlugin(const std::string& file);
@@ -97,6 +105,7 @@ private:
     NameIndex m_names;
     std::vector<Plugin> m_plugins;
     const char* m_plugin = nullptr;
+    std::deque<KtLeftOut> m_leftOut;
 };
 
 /// Declares the cameras, lights and shapes that come with the renderer itself.

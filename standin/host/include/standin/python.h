@@ -27,6 +27,24 @@ std::string pythonDirectory();
 /// when the file cannot be read, 130 after Ctrl-C. Exit handlers of the script have run and its output is flushed.
 int runPythonFile(const std::string& path, const std::vector<std::string>& args);
 
+/// What a text of Python is for: it is compiled as that.
+enum class PythonUse
+{
+    Statements, ///< a callback
+    Function    ///< a parameter's expression or menu script: an expression, or the body of a function
+};
+
+/// Why a text does not compile.
+struct PythonProblem
+{
+    std::string message; ///< "SyntaxError: '(' was never closed"
+    int line;            ///< of the text, from 1; 0 when it is not known
+};
+
+/// Whether a text compiles; nothing of it is run. Otherwise `problem` is filled. Starts Python on demand; a Python that
+/// cannot start, which was said then, finds no fault.
+bool compilesAsPython(const std::string& text, PythonUse use, PythonProblem& problem);
+
 /// An interactive shell with `hou` there by name; with line editing where the terminal allows. When standard input
 /// is no terminal its text is run as a script. Returns the exit status like runPythonFile().
 int runPythonShell();

@@ -43,6 +43,11 @@ def _compiled(text):
     return names["computed"]
 
 
+def check(text):
+    """Raises a SyntaxError when the text does not compile; runs nothing of it."""
+    _compiled(text)
+
+
 def evaluate(text):
     """The value of an expression at hou.pwd(): a float or a string. None is 0; another kind of value is a TypeError."""
     value = _compiled(text)()

@@ -24,7 +24,7 @@ void report(const std::string& file, const Place& node, const Mistake& mistake, 
                mistake.pointer.c_str(), owner.c_str(), mistake.what(), dropped, mistake.remedy.c_str());
 }
 
-KtNodeDecl* declareNode(const Place& place, const Node& node)
+KtNodeDecl* declareNode(const std::string& file, const Place& place, const Node& node)
 {
     if (const KtNodeEntry* taken = KrNodeEntryLookUp(node.name.c_str()))
     {
@@ -35,6 +35,7 @@ KtNodeDecl* declareNode(const Place& place, const Node& node)
                       "rename one of them");
     }
     KtNodeDecl* decl = KrDeclareNode(node.name.c_str(), node.kind, node.output);
+    KrDeclareNodeSource(decl, file.c_str());
     if (node.builtin)
         KrDeclareNodeFile(decl, nullptr);
     for (const Parameter& parameter : node.parameters)
@@ -104,7 +105,7 @@ void declareListedNode(const std::string& file, const Place& place)
     try
     {
         const Node node = readNode(place);
-        declareMetaData(declareNode(place, node), file, place, node);
+        declareMetaData(declareNode(file, place, node), file, place, node);
     }
     catch (const Mistake& mistake)
     {

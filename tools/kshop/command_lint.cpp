@@ -1,0 +1,121 @@
+#include "commands.h"
+#include "lint/extra_metadata.h"
+#include "lint/finding_json.h"
+#include "lint/lint.h"
+#include "output.h"
+#include "text.h"
+
+#include <fmt/format.h>
+
+#include <algorithm>
+#include <filesystem>
+#include <fstream>
+#include <set>
+
+namespace fs = std::filesystem;
+
+namespace kshop
+{
+
+namespace
+{
+
+/// Why a file cannot be looked at; empty when it can.
+std::string whyNotUsable(const std::string& file)
+{
+    std::error_code error;
+    if (!fs::exists(file, error))
+        return "there is no file " + file;
+    if (fs::is_directory(file, error))
+        return file + " is a directory; name the metadata files in it";
+    if (fs::path(file).extension() != ".mtd")
+        return file + " is no metadata file: its name does not end with .mtd";
+    if (!std::ifstream(file))
+        return file + " cannot be read; make it readable";
+    return "";
+}
+
+bool areUsable(const std::vector<std::string>& files)
+{
+    bool usable = true;
+    for (const std::string& file : files)
+        if (const std::string why = whyNotUsable(file); !why.empty())
+        {
+            complain(why);
+            usable = false;
+        }
+    return usable;
+}
+
+std::size_t countOf(const std::vector<Finding>& findings, const char* severity)
+{
+    return static_cast<std::size_t>(std::count_if(findings.begin(), findings.end(),
+                                                  [severity](const Finding& finding)
+                                                  { return finding.severity == severity; }));
+}
+
+std::string placeText(const Finding& finding)
+{
+    std::string place = finding.file.empty() ? std::string("renderer") : printable(finding.file);
+    if (finding.line > 0)
+        place += fmt::format(":{}:{}", finding.line, finding.column);
+    return place;
+}
+
+/// Whose it is, unless the message says it.
+std::string ownerText(const Finding& finding)
+{
+    if (finding.shader.empty())
+        return "";
+    const std::string parameter = finding.parameter.empty() ? "" : "." + printable(finding.parameter);
+    return printable(finding.shader) + parameter + ": ";
+}
+
+std::string findingText(const Finding& finding, const Style& style)
+{
+    std::string text =
+        fmt::format("{}: {}: {}{} {}\n", style.title(placeText(finding)), finding.severity,
+                    ownerText(finding), printable(finding.message), style.faint("[" + finding.rule + "]"));
+    for (const std::string& line : {finding.effect, finding.remedy})
+        text += line.empty() ? "" : "    " + printable(line) + "\n";
+    return text;
+}
+
+std::string summaryText(const std::vector<Finding>& findings)
+{
+    std::set<std::string> files;
+    for (const Finding& finding : findings)
+        if (!finding.file.empty())
+            files.insert(finding.file);
+    const std::size_t advice = countOf(findings, "advice");
+    return fmt::format("{}, {}, {} {} of advice in {}\n", countText(countOf(findings, "error"), "error"),
+                       countText(countOf(findings, "warning"), "warning"), advice,
+                       advice == 1 ? "piece" : "pieces", countText(files.size(), "file"));
+}
+
+std::string findingsText(const std::vector<Finding>& findings, const Style& style)
+{
+    std::string text;
+    for (const Finding& finding : findings)
+        text += findingText(finding, style);
+    return text + summaryText(findings);
+}
+
+} // namespace
+
+int runLint(const GlobalOptions& global, const LintCommandOptions& options)
+{
+    if (!areUsable(options.files))
+        return exit_failure;
+    const ExtraMetadata loadedToo(options.files);
+    const Session session(global);
+    if (!session.hasPlugins())
+        return exit_failure;
+    const std::vector<Finding> findings = lint({options.files});
+    const int written = writeOut(options.json ? jsonText(findingsJson(findings))
+                                              : findingsText(findings, Style::forStandardOutput()));
+    const bool bad = countOf(findings, "error") > 0 || (options.strict && countOf(findings, "warning") > 0);
+    return bad ? static_cast<int>(exit_failure) : written;
+}
+
+} // namespace kshop
