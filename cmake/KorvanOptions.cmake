@@ -1,5 +1,6 @@
 # What a build is made of. The presets name the few combinations that people use.
 option(KORVAN_STANDINS "Build the open stand-ins of host and renderer, and what needs them" ON)
+option(KORVAN_PREVIEW "Build kshop preview: needs cpp-httplib, a prebuilt C++ library" ON)
 option(KORVAN_TESTS "Build the tests" ON)
 option(KORVAN_BENCH "Build the benchmarks" ON)
 option(KORVAN_WERROR "Treat warnings as errors" ON)

@@ -79,6 +79,15 @@ struct LintCommandOptions
 };
 int runLint(const GlobalOptions& global, const LintCommandOptions& options);
 
+struct PreviewOptions
+{
+    int port = 8741;  ///< 0: any free one
+    std::string open; ///< shader or type to begin with; empty: none
+};
+int runPreview(const GlobalOptions& global, const PreviewOptions& options);
+/// The process behind a preview that has the nodes; nobody calls it by hand.
+int runPreviewWorker(const GlobalOptions& global);
+
 } // namespace kshop
 
 #endif

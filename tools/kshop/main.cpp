@@ -102,6 +102,16 @@ const char* const tab_examples = R"(Examples:
   kshop tab /shop --create korvan_vopnet     what can be made inside a new node of that type
   kshop tab /shop/look --scene look.hip      what can be made inside a node of a scene)";
 
+const char* const preview_examples =
+    R"(Shows what an artist will get, on a page in a browser: open the address that is printed. Values, menus, callbacks and
+conditions are those of a real node in this process, and the page follows when a metadata file is saved.
+The address carries a token, and only this machine can reach it. Ctrl-C ends the preview.
+
+Examples:
+  kshop preview
+  kshop preview --open korvan::image
+  kshop preview --port 0                any free port)";
+
 /// The options of all commands, where the command line parser leaves them.
 struct Options
 {
@@ -115,6 +125,7 @@ struct Options
     ReplayOptions replay;
     KeysOptions keys;
     LintCommandOptions lint;
+    PreviewOptions preview;
     std::function<int()> command;
 };
 
@@ -252,6 +263,34 @@ void addLint(CLI::App& app, Options& options)
     command->footer(lint_examples);
     command->callback([&options]
                       { options.command = [&options] { return runLint(options.global, options.lint); }; });
+/// The same under every locale, as above; 0 is a port too.
+void addPort(CLI::App& command, int& port)
+{
+    const auto read = [&port](const std::string& text)
+    {
+        const char* const end = text.data() + text.size();
+        const auto [stop, error] = std::from_chars(text.data(), end, port);
+        if (error != std::errc() || stop != end || port < 0 || port > 65535)
+            throw CLI::ValidationError("--port",
+                                       text + " is no port; they go from 0 (any free one) to 65535");
+    };
+    command
+        .add_option_function<std::string>("--port", read,
+                                          "Port on 127.0.0.1; 8741 unless given, 0 for any free one")
+        ->type_name("NUMBER");
+}
+
+void addPreview(CLI::App& app, Options& options)
+{
+    CLI::App* command = app.add_subcommand("preview", "A page that draws the nodes and lets them be tried");
+    addPort(*command, options.preview.port);
+    command->add_option("--open", options.preview.open, "Shader or node type to begin with");
+    command->footer(preview_examples);
+    command->callback(
+        [&options] { options.command = [&options] { return runPreview(options.global, options.preview); }; });
+    CLI::App* worker = app.add_subcommand("preview-worker")->group(""); // not shown: the preview's own
+    worker->callback([&options]
+                     { options.command = [&options] { return runPreviewWorker(options.global); }; });
 }
 
 /// Complains when --dso names nothing; otherwise makes it absolute, since scripts may change the directory.
@@ -318,6 +357,7 @@ int runProgram(int argc, char** argv)
     addReplay(app, options);
     addKeys(app, options);
     addLint(app, options);
+    addPreview(app, options);
     app.failure_message(
         [](const CLI::App*, const CLI::Error& error)
         { return fmt::format("kshop: {}\nRun with --help for more information.\n", error.what()); });

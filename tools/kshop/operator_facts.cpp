@@ -88,23 +88,27 @@ NodeSampler::~NodeSampler()
         m_container->getParent()->destroyNode(m_container);
 }
 
-OP_Network* NodeSampler::containerFor(const std::string& mask)
+OP_Network* makeContainer(const std::string& mask)
 {
-    if (m_container && m_mask == mask)
-        return m_container;
     OP_Network* shop = shopManager();
-    if (m_container)
-        shop->destroyNode(m_container);
-    m_container = nullptr;
     for (OP_Operator* op : standin::operatorsOf(*shop->getOperatorTable()))
     {
         if (!op->getIsNetwork() || !fits(mask, op->getName().toStdString()))
             continue;
         OP_Node* node = shop->createNode(op->getName());
-        m_container = node ? node->castToOPNetwork() : nullptr;
-        m_mask = mask;
-        break;
+        return node ? node->castToOPNetwork() : nullptr;
     }
+    return nullptr;
+}
+
+OP_Network* NodeSampler::containerFor(const std::string& mask)
+{
+    if (m_container && m_mask == mask)
+        return m_container;
+    if (m_container)
+        shopManager()->destroyNode(m_container);
+    m_container = makeContainer(mask);
+    m_mask = mask;
     return m_container;
 }
 

@@ -62,6 +62,9 @@ private:
     std::string m_mask; ///< the mask that m_container was made for
 };
 
+/// Makes a network in "/shop" that takes nodes of this network mask; null when no type of network does.
+OP_Network* makeContainer(const std::string& mask);
+
 /// C++ class of an operator, without its namespaces.
 std::string classNameOf(const OP_Operator& op);
 

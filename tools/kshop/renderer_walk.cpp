@@ -115,7 +115,32 @@ private:
     std::vector<UnregisteredEntry> m_unregistered;
 };
 
+std::set<std::string> parameterNamesOf(const KtNodeEntry* entry)
+{
+    std::set<std::string> names;
+    KtParamIterator* parms = KrNodeEntryGetParamIterator(entry);
+    while (!KrParamIteratorFinished(parms))
+        names.insert(KrParamGetName(KrParamIteratorGetNext(parms)));
+    KrParamIteratorDestroy(parms);
+    return names;
+}
+
 } // namespace
+
+std::map<std::string, std::set<std::string>> findParameterNames()
+{
+    const RunningRenderer renderer(findRendererFiles().metadataFiles);
+    std::map<std::string, std::set<std::string>> names;
+    KtNodeEntryIterator* entries = KrUniverseGetNodeEntryIterator(KR_NODE_SHADER | KR_NODE_CAMERA);
+    while (!KrNodeEntryIteratorFinished(entries))
+    {
+        const KtNodeEntry* entry = KrNodeEntryIteratorGetNext(entries);
+        names.emplace(operatorName(KrNodeEntryGetName(entry)),
+                      parameterNamesOf(entry)); // the first one has the name
+    }
+    KrNodeEntryIteratorDestroy(entries);
+    return names;
+}
 
 std::vector<UnregisteredEntry> findUnregistered(const std::vector<OP_Operator*>& registered)
 {

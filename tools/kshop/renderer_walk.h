@@ -3,6 +3,8 @@
 
 #include "running_renderer.h"
 
+#include <map>
+#include <set>
 #include <string>
 #include <vector>
 
@@ -21,6 +23,10 @@ struct UnregisteredEntry
 /// Starts the renderer once more with the same files and goes through all its entries. Silent: what there is to say
 /// about the files was said when the plug-in loaded them. `registered` are the operators of the shader-network table.
 std::vector<UnregisteredEntry> findUnregistered(const std::vector<OP_Operator*>& registered);
+
+/// Starts the renderer once more, in the same silent way, and gives the parameters that each shader or camera declares,
+/// by the name of its node type.
+std::map<std::string, std::set<std::string>> findParameterNames();
 
 } // namespace kshop
 
