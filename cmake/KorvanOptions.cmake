@@ -35,6 +35,25 @@ if(KORVAN_COVERAGE)
     add_link_options(--coverage)
 endif()
 
+# The host's compiler knows the C++ library's old texts only. GoogleTest is then built from its sources, since the packaged
+# library has the new ones; nothing else that is linked has texts in its interface.
+option(KORVAN_OLD_STRINGS "Build with the C++ library's old string ABI, that of the host's compiler" OFF)
+if(KORVAN_OLD_STRINGS)
+    add_compile_definitions(_GLIBCXX_USE_CXX11_ABI=0)
+    set(KORVAN_GOOGLETEST_SOURCES /usr/src/googletest CACHE PATH "Sources of GoogleTest")
+    if(KORVAN_BENCH)
+        message(FATAL_ERROR "The benchmarks link a library with the new string ABI: give -DKORVAN_BENCH=OFF "
+                            "with -DKORVAN_OLD_STRINGS=ON.")
+    endif()
+    if(KORVAN_TESTS AND NOT EXISTS ${KORVAN_GOOGLETEST_SOURCES}/CMakeLists.txt)
+        message(FATAL_ERROR "KORVAN_GOOGLETEST_SOURCES=${KORVAN_GOOGLETEST_SOURCES} holds no sources of GoogleTest: "
+                            "install the package googletest (script/bootstrap --test does).")
+    endif()
+    set(INSTALL_GTEST OFF)
+    include(FetchContent)
+    FetchContent_Declare(GTest SOURCE_DIR ${KORVAN_GOOGLETEST_SOURCES} OVERRIDE_FIND_PACKAGE)
+endif()
+
 option(KORVAN_FUZZ "Build the fuzzers: needs clang, and instruments everything" OFF)
 if(KORVAN_FUZZ)
     add_compile_options(-fsanitize=fuzzer-no-link,address,undefined -fno-omit-frame-pointer -fno-sanitize-recover=all)

@@ -1,20 +1,24 @@
 # The doors to the licensed platform: the host toolkit, the renderer and its interactive-render library, in place of the
 # stand-ins. Each place is asked for by name, and a missing one ends the configuration with a sentence.
-function(korvan_require_place variable what file)
+function(korvan_require_place variable what)
     if(NOT ${variable})
         message(FATAL_ERROR "${variable} is not set: give the directory of ${what} with -D${variable}=DIR.")
     endif()
-    if(NOT EXISTS ${${variable}}/${file})
-        message(FATAL_ERROR "${variable}=${${variable}} does not hold ${file}: it is not the directory of ${what}.")
-    endif()
+    foreach(file ${ARGN})
+        if(NOT EXISTS ${${variable}}/${file})
+            message(FATAL_ERROR "${variable}=${${variable}} does not hold ${file}: it is not the directory of ${what}.")
+        endif()
+    endforeach()
 endfunction()
 
 set(HFS "" CACHE PATH "Installation of the host, version 15.5")
 set(KORVAN_ROOT "" CACHE PATH "Installation of the renderer")
 set(ZELK_IPR_ROOT "" CACHE PATH "Installation of the interactive-render library")
-korvan_require_place(HFS "the host (its installation)" toolkit/include/OP/OP_Node.h)
-korvan_require_place(KORVAN_ROOT "the Korvan renderer" include/kr.h)
-korvan_require_place(ZELK_IPR_ROOT "the interactive-render library" include/zelk/ipr/delta.h)
+set(KORVAN_HOST_STRING_ABI 0 CACHE STRING "String ABI of the platform's libraries: 0 is that of the host's compiler")
+korvan_require_place(HFS "the host (its installation)"
+    toolkit/include/OP/OP_Node.h dsolib/libHoudiniOP1.so dsolib/libHoudiniOP2.so)
+korvan_require_place(KORVAN_ROOT "the Korvan renderer" include/kr.h lib/libkr.so)
+korvan_require_place(ZELK_IPR_ROOT "the interactive-render library" include/zelk/ipr/delta.h lib/libzelk_ipr.so)
 
 # As the toolkit's own compiler script gives them. A newer compiler needs the old text ABI.
 add_library(zelk_host INTERFACE)
@@ -23,7 +27,7 @@ target_include_directories(zelk_host SYSTEM INTERFACE ${HFS}/toolkit/include)
 target_compile_definitions(zelk_host INTERFACE
     LINUX AMD64 SIZEOF_VOID_P=8 SESI_LITTLE_ENDIAN _GNU_SOURCE _REENTRANT _FILE_OFFSET_BITS=64 ENABLE_THREADS
     ENABLE_UI_THREADS USE_PTHREADS GCC3 GCC4 FBX_ENABLED=1 OPENCL_ENABLED=1 OPENVDB_ENABLED=1 CXX11_ENABLED=1
-    _GLIBCXX_USE_CXX11_ABI=0)
+    _GLIBCXX_USE_CXX11_ABI=${KORVAN_HOST_STRING_ABI})
 target_compile_options(zelk_host INTERFACE
     -fno-strict-aliasing -Wno-deprecated -Wno-reorder -Wno-parentheses -Wno-sign-compare -Wno-uninitialized
     -Wno-unused-parameter -Wno-attributes)

@@ -121,10 +121,10 @@ void addMultiParmArgs(const PRM_Parm& parm, UT_Options& args)
 }
 
 /// One component as expanded text, at the time at which the thread evaluates.
-std::string valueText(const PRM_Parm& parm, int component)
+std::string valueText(const OP_Node& node, const PRM_Parm& parm, int component)
 {
     UT_String text;
-    parm.getValue(CHgetEvalTime(), text, component, true, SYSgetSTID());
+    node.evalStringT(text, parm.getToken(), component, CHgetEvalTime(), SYSgetSTID());
     return text.isstring() ? text.buffer() : "";
 }
 
@@ -152,16 +152,17 @@ void addButtonArgs(OP_Node* node, const PRM_Parm& parm, const PRM_Template& tmpl
 {
     std::string value;
     if (!chosenItem(node, parm, tmpl, index, value))
-        value = valueText(parm, 0);
+        value = valueText(*node, parm, 0);
     setArg(args, "script_value", value);
     setArg(args, "script_value0", value);
 }
 
-void addValueArgs(const PRM_Parm& parm, int size, const NodeWatch& life, UT_Options& args)
+void addValueArgs(const OP_Node& node, const PRM_Parm& parm, int size, const NodeWatch& life,
+                  UT_Options& args)
 {
     for (int c = 0; c < size && !life.isOver(); ++c)
     {
-        const std::string value = valueText(parm, c);
+        const std::string value = valueText(node, parm, c);
         if (c == 0)
             setArg(args, "script_value", value);
         setArg(args, "script_value" + std::to_string(c), value);
@@ -210,7 +211,7 @@ void buildCallbackArgs(OP_Node* node, const PRM_Template* tmpl, int index, UT_Op
     if (parm->getType() == PRM_CALLBACK)
         addButtonArgs(node, *parm, *tmpl, index, args);
     else
-        addValueArgs(*parm, tmpl->getVectorSize(), life, args);
+        addValueArgs(*node, *parm, tmpl->getVectorSize(), life, args);
 }
 
 void runPythonCallback(OP_Node* node, const UT_Options& args, const char* script)

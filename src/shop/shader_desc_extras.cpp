@@ -94,7 +94,7 @@ bool makeMenu(const ParmDesc& parm, ExtraParts& parts)
 
 bool makeHeading(const ParmDesc& parm, ExtraParts& parts)
 {
-    parts.name->setLabel(parm.extraArgs.c_str());
+    *parts.name = PRM_Name(parm.name.c_str(), parm.extraArgs.c_str());
     return true;
 }
 
@@ -176,13 +176,12 @@ PRM_Template ParmDesc::makeExtraTemplate() const
 
     const RampKindRow* ramp = findWord(ramp_kind_rows, houdiniType);
     PRM_Template extra =
-        ramp ? PRM_Template(ramp->type, nullptr, PRM_Template::PRM_EXPORT_MIN, multi_rows, parts.name,
-                            PRMtwoDefaults, nullptr, callback_func, parts.spare, helpOf(*this),
-                            getConditional())
+        ramp ? multiTemplate(ramp->type, nullptr, parts.name, PRMtwoDefaults, callback_func, parts.spare,
+                             helpOf(*this), getConditional())
              : PRM_Template(parts.type, labelLook(*this), PRM_Template::PRM_EXPORT_MIN, parts.size,
                             parts.name, parts.defaults, parts.menu, nullptr, callback_func, parts.spare,
                             parm_group, helpOf(*this), getConditional());
-    extra.setJoinNext(joinNext);
+    joinWithNext(extra, joinNext);
     return extra;
 }
 

@@ -3,6 +3,8 @@
 
 #include "shader_desc.h"
 
+#include <PRM/PRM_Callback.h>
+#include <PRM/PRM_Template.h>
 #include <PRM/PRM_Type.h>
 
 #include <algorithm>
@@ -39,6 +41,18 @@ inline PRM_TypeExtended labelLook(const ParmDesc& parm)
 
 /// The help text as the host wants it: null for none.
 inline const char* helpOf(const ParmDesc& parm) { return parm.help.empty() ? nullptr : parm.help.c_str(); }
+
+/// The template of a multi-parameter: a list (of `children`) or a ramp (null).
+inline PRM_Template multiTemplate(PRM_MultiType type, PRM_Template* children, PRM_Name* name,
+                                  PRM_Default* count, const PRM_Callback& callback, PRM_SpareData* spare,
+                                  const char* help, PRM_ConditionalBase* conditional)
+{
+    return PRM_Template(type, children, PRM_Template::PRM_EXPORT_MIN, multi_rows, name, count, nullptr,
+                        callback, spare, help, conditional);
+}
+
+/// Puts the next parameter into the same row, or not.
+inline void joinWithNext(PRM_Template& tmpl, bool join) { tmpl.setJoinNext(join); }
 
 /// Stores a callback script in a template's spare data. A leading "hscript:" or "python:" sets the language
 /// and is left out; without one the text is stored whole, in the host's default language.

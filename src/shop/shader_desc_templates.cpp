@@ -240,7 +240,7 @@ PRM_Template arrayFolder(const ParmDesc& parm)
                         leakForHost<PRM_Default>(1, parm.label.c_str()), nullptr, nullptr, PRM_Callback(),
                         &PRM_SpareData::groupTypeSimple, parm_group);
     folder.setInvisible(parm.invisible);
-    folder.setJoinNext(parm.joinNext);
+    joinWithNext(folder, parm.joinNext);
     return folder;
 }
 
@@ -248,10 +248,9 @@ PRM_Template arrayList(const ParmDesc& parm, const PRM_Template& element, PRM_Co
 {
     const KtArray* array = parm.defaultValue.array;
     const double count = array ? array->nelements : 0;
-    return PRM_Template(
-        PRM_MULTITYPE_LIST, leakListForHost(std::vector<PRM_Template>(1, element)),
-        PRM_Template::PRM_EXPORT_MIN, multi_rows, leakForHost<PRM_Name>(parm.name.c_str(), "Array Elements"),
-        leakForHost<PRM_Default>(count), nullptr, PRM_Callback(), nullptr, helpOf(parm), conditional);
+    return multiTemplate(PRM_MULTITYPE_LIST, leakListForHost(std::vector<PRM_Template>(1, element)),
+                         leakForHost<PRM_Name>(parm.name.c_str(), "Array Elements"),
+                         leakForHost<PRM_Default>(count), PRM_Callback(), nullptr, helpOf(parm), conditional);
 }
 
 } // namespace
@@ -285,7 +284,7 @@ std::vector<PRM_Template> ParmDesc::makeTemplates() const
         return {arrayFolder(*this), arrayList(*this, parm, conditional)};
 
     parm.setInvisible(invisible);
-    parm.setJoinNext(joinNext);
+    joinWithNext(parm, joinNext);
     return {parm};
 }
 

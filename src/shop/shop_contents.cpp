@@ -174,6 +174,15 @@ private:
     bool m_good = true;
 };
 
+/// Path of the asset file behind a reader; empty without one. The host's text class differs from release to release.
+std::string fileNameOf(const FS_Reader* reader)
+{
+    if (!reader)
+        return std::string();
+    const auto& name = reader->getFilename();
+    return name.buffer() ? name.buffer() : "";
+}
+
 /// The host's opinion on a reader that was just opened.
 bool isOpen(const FS_Reader* reader)
 {
@@ -201,8 +210,7 @@ bool isKorvanAsset(const FS_IndexFile& asset)
     const std::unique_ptr<FS_Reader> reader(asset.getSectionReader(compressed ? "Contents.gz" : "Contents"));
     if (!isOpen(reader.get()))
     {
-        const UT_StringHolder file = reader ? reader->getFilename() : UT_StringHolder();
-        KrMsgError("[zelk::shop::shop] Cannot open OTL file %s", file.buffer());
+        KrMsgError("[zelk::shop::shop] Cannot open OTL file %s", fileNameOf(reader.get()).c_str());
         return false;
     }
     if (!compressed)

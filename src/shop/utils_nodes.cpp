@@ -47,6 +47,12 @@ int findInputByLabel(const VOP_Node& node, const UT_String& name)
     return -1;
 }
 
+unsigned inputSlotCount(const OP_Node& node) { return node.getInputsArraySize(); }
+
+unsigned wireCount(const OP_Node& node, int output) { return node.nOutputs(output); }
+
+OP_Node* firstReader(const OP_Node& node, int output) { return node.getOutput(0, output); }
+
 NodeWatch::NodeWatch(OP_Node& node) : m_node(&node) { m_node->addOpInterest(this, onEvent); }
 
 NodeWatch::~NodeWatch()

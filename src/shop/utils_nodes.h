@@ -32,6 +32,18 @@ int parmIndexOf(const void* eventData);
 /// Returns the first visible input with that label; -1 when there is none. A null name equals a null label only.
 int findInputByLabel(const VOP_Node& node, const UT_String& name);
 
+/// Number of input slots, connected or not.
+unsigned inputSlotCount(const OP_Node& node);
+
+/// For wireCount() and firstReader(): whichever output a wire leaves from.
+const int every_output = -1;
+
+/// Number of wires that leave one output of a node.
+unsigned wireCount(const OP_Node& node, int output);
+
+/// Returns the node that the first of those wires goes to; null when there is none.
+OP_Node* firstReader(const OP_Node& node, int output);
+
 /// Lets a node find out whether it survived something that calls foreign code. A node holds one; a Watch is made before.
 class NodeLife
 {

@@ -187,8 +187,8 @@ void VOP_KorvanFetch::handleParmChanged(int parmIndex)
 
 void VOP_KorvanFetch::dropWires(const NodeLife::Watch& life)
 {
-    for (unsigned left = nOutputs(-1); !life.isOver() && left > 0; --left)
-        moveOneWire(-1);
+    for (unsigned left = wireCount(*this, every_output); !life.isOver() && left > 0; --left)
+        moveOneWire(every_output);
 }
 
 /// Deliberate: wires of outputs that are gone are not dropped, whatever the type of the last output.
@@ -196,14 +196,14 @@ void VOP_KorvanFetch::moveWiresToLastOutput(unsigned oldCount, const NodeLife::W
 {
     for (int gone = static_cast<int>(outputs.size()); !life.isOver() && gone < static_cast<int>(oldCount);
          ++gone)
-        for (unsigned left = nOutputs(gone); !life.isOver() && left > 0; --left)
+        for (unsigned left = wireCount(*this, gone); !life.isOver() && left > 0; --left)
             moveOneWire(gone);
 }
 
 void VOP_KorvanFetch::moveOneWire(int output)
 {
-    OP_Node* reader = getOutput(0, output);
-    for (unsigned i = 0; reader && i < reader->getInputsArraySize(); ++i)
+    OP_Node* reader = firstReader(*this, output);
+    for (unsigned i = 0; reader && i < inputSlotCount(*reader); ++i)
     {
         const OP_Input* wire = reader->getInputReferenceConst(i);
         if (!wire || wire->getNode() != this || (output >= 0 && wire->getNodeOutputIndex() != output))

@@ -61,8 +61,8 @@ private:
     // Whoever hears of a wire may delete this node, or the one at the other end.
     void dropWires(const NodeLife::Watch& life);
     void moveWiresToLastOutput(unsigned oldCount, const NodeLife::Watch& life);
-    /// Feeds the first input that reads `output` (any with -1) from the last output instead; from nothing when there is
-    /// none.
+    /// Feeds the first input that reads `output` (any with `every_output`) from the last output instead; from nothing
+    /// when there is none.
     void moveOneWire(int output);
 
     std::vector<OutputData> userDataOutputs() const;

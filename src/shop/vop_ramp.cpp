@@ -71,7 +71,6 @@ public:
           m_first(firstInstance),
           m_count(count),
           m_time(time),
-          m_thread(SYSgetSTID()),
           m_array(
               KrArrayAllocate(static_cast<std::uint32_t>(count), 1, static_cast<std::uint8_t>(elementType)))
     {
@@ -85,7 +84,7 @@ public:
         {
             const int instance = m_first + key;
             for (int c = 0; c < components && !m_life.isOver(); ++c)
-                *target++ = static_cast<float>(m_ramp.evalFloatInstT(parm, &instance, c, m_time, m_thread));
+                *target++ = static_cast<float>(m_ramp.evalFloatInst(parm, &instance, c, m_time));
         }
     }
 
@@ -95,7 +94,7 @@ public:
         for (int key = 0; target && key < m_count && !m_life.isOver(); ++key)
         {
             const int instance = m_first + key;
-            *target++ = static_cast<std::int32_t>(m_ramp.evalIntInstT(parm, &instance, 0, m_time, m_thread));
+            *target++ = static_cast<std::int32_t>(m_ramp.evalIntInst(parm, &instance, 0, m_time));
         }
     }
 
@@ -114,7 +113,6 @@ private:
     const int m_first;
     const int m_count;
     const double m_time;
-    const int m_thread;
     const std::unique_ptr<KtArray, DestroyArray> m_array; // null, which the renderer reported, without memory
 };
 

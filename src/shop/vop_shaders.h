@@ -85,7 +85,6 @@ private:
     static void nodeEventHandler(OP_Node* caller, void* callee, OP_EventType type, void* data);
 
     const ShaderDesc& desc() const;
-    unsigned inputSlotCount() const;
     bool updateParmFlags(int i);
 
     /// Tells the running render about one edited parameter. Silent for what no render has: interface-only

@@ -16,6 +16,8 @@ namespace
 /// A node with more inputs than this shows only the connected ones, unless its shader asks otherwise.
 const unsigned most_inputs_in_full_detail = 4;
 
+bool isEnabled(const PRM_Parm& parm) { return parm.getEnableState(); }
+
 } // namespace
 
 OP_Node* VOP_KorvanShader::myConstructor(OP_Network* net, const char* name, OP_Operator* op)
@@ -83,14 +85,12 @@ int VOP_KorvanShader::getOutputFromName(const UT_String& name) const
     return name.isstring() ? desc().outputIndex(name.buffer()) : 0;
 }
 
-/// Number of input slots, connected or not, so that a parameter is enabled again when its last wire goes.
-unsigned VOP_KorvanShader::inputSlotCount() const { return getInputsArraySize(); }
-
 bool VOP_KorvanShader::updateParmsFlags()
 {
     // The base is not called: the host has applied the templates' conditions, and inputs are handled here.
     bool changed = false;
-    const int slots = static_cast<int>(inputSlotCount());
+    // Of all slots, connected or not, so that a parameter is enabled again when its last wire goes.
+    const int slots = static_cast<int>(inputSlotCount(*this));
     for (int i = 0; i < slots; ++i)
         changed |= updateParmFlags(i);
     return changed;
@@ -103,17 +103,17 @@ bool VOP_KorvanShader::updateParmFlags(int i)
     if (i >= getNumParms())
         return false;
     PRM_Parm& parm = getParm(i);
-    const bool before = parm.getEnableState();
+    const bool before = isEnabled(parm);
 
     UT_String input;
     getInputNameSubclass(input, i);
     enableParm(input, !getInput(i));
-    const bool free = parm.getEnableState();
+    const bool free = isEnabled(parm);
     updateParmDisableConditional(parm, true, nullptr);
     // A connected input's parameter stays disabled whatever its condition says.
-    if (!free && parm.getEnableState())
+    if (!free && isEnabled(parm))
         enableParm(i, false);
-    return parm.getEnableState() != before;
+    return isEnabled(parm) != before;
 }
 
 bool VOP_KorvanShader::runCreateScript()

@@ -214,7 +214,7 @@ void VOP_KorvanShader::sendToNode(const ParmDesc& parm, const NodeLife::Watch& l
 
 void VOP_KorvanShader::sendToCameras(const ParmDesc& parm, const NodeLife::Watch& life) const
 {
-    if (!nOutputs(-1))
+    if (!wireCount(*this, every_output))
         return;
     const std::vector<std::string> cameras = Cameras().lookingThrough(fullPath());
     ipr::Delta delta;

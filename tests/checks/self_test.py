@@ -10,7 +10,9 @@ import documented_keys
 import exported_symbols
 import include_arrows
 import plain_words
+import porting_listed
 import source_format
+import strict_cxx11
 import tests_named
 import units_tested
 
@@ -158,6 +160,90 @@ class TestsNamed(unittest.TestCase):
     def test_find_comments_that_point_to_no_test(self):
         self.assertEqual(self.found("| it holds | `Ramp.Stays` |\n", "int a;\n// Deliberate. See\n// Ramp.Falls.\n"),
                          ["src/shop/a.cpp:2: there is no test Ramp.Falls"])
+
+
+class PortingListed(unittest.TestCase):
+    HEADER = """class OP_EXPORT OP_Node
+{
+public:
+    explicit OP_Node(const char* text) : m_text(text) {}
+    unsigned nOutputs(int output) const { return counted(output); }
+    enum Kind { KIND_ONE = 1, KIND_TWO };
+private:
+    int hidden() const;
+};
+typedef int OP_Count;
+#define OP_ALL 9
+"""
+    ROWS = "### OP/OP_Node.h\n\n| names | use | place |\n|---|---|---|\n"
+
+    def found(self, code, rows, uncertain=""):
+        tree = Tree(self)
+        tree.write("standin/host/include/OP/OP_Node.h", self.HEADER)
+        tree.write("standin/host/include/standin/host.h", "void look();\n")
+        tree.write("src/shop/a.cpp", code)
+        tree.write("docs/porting.md", f"## Uncertain uses\n\n| names | why |\n|---|---|\n{uncertain}\n{self.ROWS}{rows}")
+        return porting_listed.findings(tree.root)
+
+    def test_pass_a_page_that_lists_what_is_used(self):
+        self.assertEqual(self.found("int look = OP_Node(0).hidden(); // nOutputs\n", "| `OP_Node` | a class | `a.cpp` |\n"), [])
+
+    def test_find_each_kind_of_name(self):
+        for name in ("nOutputs", "KIND_TWO", "OP_Count", "OP_ALL"):
+            with self.subTest(name):
+                self.assertEqual(self.found(f"OP_Node {name};\n", "| `OP_Node` | a class | |\n"),
+                                 [f"src/shop/a.cpp: uses {name} of OP/OP_Node.h, which docs/porting.md does not list"])
+
+    def test_find_a_name_that_nothing_uses_and_a_place_that_is_gone(self):
+        self.assertEqual(self.found("OP_Node n;\n", "| `OP_Node` `nOutputs` | x | `b.cpp` |\n"),
+                         ["docs/porting.md:10: nOutputs is no name of the platform that src/shop uses",
+                          "docs/porting.md:10: there is no src/shop/b.cpp"])
+
+    def test_find_a_header_without_a_heading(self):
+        tree = Tree(self)
+        tree.write("standin/renderer/include/kr.h", "")
+        tree.write("src/shop/a.cpp", "#include <kr.h>\n#include <map>\n")
+        tree.write("docs/porting.md", self.ROWS)
+        self.assertEqual(porting_listed.findings(tree.root),
+                         ["src/shop/a.cpp: includes kr.h, which has no heading in docs/porting.md"])
+
+    def test_find_an_uncertain_name_that_only_one_table_calls_so(self):
+        marked = "| `nOutputs` | **U** | |\n"
+        self.assertEqual(self.found("int n = nOutputs;\n", marked, "| `nOutputs` | why |\n"), [])
+        self.assertEqual(len(self.found("int n = nOutputs;\n", marked)), 1)
+        self.assertEqual(len(self.found("int n = nOutputs;\n", marked.replace("**", ""), "| `nOutputs` | why |\n")), 1)
+
+    def test_find_an_uncertain_name_in_two_files_and_more_than_a_dozen(self):
+        tree = Tree(self)
+        tree.write("standin/host/include/OP/OP_Node.h", self.HEADER)
+        tree.write("src/shop/a.cpp", "int n = nOutputs;\n")
+        tree.write("src/shop/b.cpp", "int n = nOutputs;\n")
+        rows = "| `nOutputs` | why |\n" + 12 * "| something | why |\n"
+        tree.write("docs/porting.md", "## Uncertain uses\n\n| names | why |\n|---|---|\n" + rows + self.ROWS + "| `nOutputs` | **U** | |\n")
+        self.assertEqual(porting_listed.findings(tree.root),
+                         ["docs/porting.md:5: nOutputs is uncertain and used in src/shop/a.cpp, src/shop/b.cpp",
+                          "docs/porting.md: 13 uncertain uses; there may be 12"])
+
+
+class StrictCxx11(unittest.TestCase):
+    def found(self, code, compilers=None):
+        tree = Tree(self)
+        tree.write("standin/renderer/include/kr.h", "inline int unused(int a) { return a; }\n")
+        tree.write("src/shop/a.cpp", code)
+        return strict_cxx11.findings(tree.root, compilers or [shutil.which("g++") or shutil.which("c++")])
+
+    def test_pass_plain_code(self):
+        self.assertEqual(self.found("#include <kr.h>\nint f() { return unused(1); }\n"), [])
+
+    def test_name_the_line_that_is_no_cxx11_or_has_a_warning(self):
+        for code in ("auto f() { return 1; }\n", "int f(int a) { return 1; }\n", "int f(int n) { int a[n]; return a[0]; }\n"):
+            with self.subTest(code):
+                self.assertRegex(self.found(code)[0], r"^src/shop/a.cpp:1:.* error: .*\(\S+\)$")
+
+    def test_do_not_pass_without_a_compiler(self):
+        tree = Tree(self)
+        tree.write("src/shop/a.cpp", "int a;\n")
+        self.assertEqual(len(strict_cxx11.findings(tree.root, [])), 1)
 
 
 if __name__ == "__main__":
