@@ -40,12 +40,12 @@ installed_for() { "$root/script/bootstrap" "--$1" --dry-run >/dev/null 2>&1; }
 # configure [DEFINITION...]: the preset, with the reason for each step in the log only.
 configure() { quietly "$root/build/configure.log" cmake -S "$root" --preset "$preset" "$@"; }
 
-# compile [TARGET...]: builds the given targets, or everything.
+# compile [TARGET...]: builds the given targets, or what the preset is for.
 compile()
 {
     local targets=()
     [ $# -eq 0 ] || targets=(--target "$@")
-    quietly "$root/build/build.log" cmake --build "$build" "${targets[@]}"
+    quietly "$root/build/build.log" env -C "$root" cmake --build --preset "$preset" "${targets[@]}"
 }
 
 # one_at_a_time: waits until no other of these scripts builds the tree. Released when the script ends.

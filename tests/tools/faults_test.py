@@ -296,7 +296,7 @@ class Exiting(FaultCase):
         path = "/shop/korvan_vopnet1/leaver1"
         self.assertEqual(run.stdout.splitlines(), [
             "callback", f"menu () ('{path}/pick: its menu script failed: SystemExit: 4',)",
-            f"expression 0.0 ('{path}/quit: SystemExit: 5', '{path}/pick: its menu script failed: SystemExit: 4')", "end"])
+            f"expression 0.0 ('{path}/pick: its menu script failed: SystemExit: 4', '{path}/quit: SystemExit: 5')", "end"])
 
 
 if __name__ == "__main__":
