@@ -134,9 +134,10 @@ class DocumentedKeys(unittest.TestCase):
 
 
 class TestsNamed(unittest.TestCase):
-    def found(self, row, comment=""):
+    def found(self, row, comment="", bad_input="| nothing | nothing | `Ramp.Stays` |\n"):
         tree = Tree(self)
         tree.write("tests/README.md", f"Text.\n\n| what must hold | the test |\n|---|---|\n{row}")
+        tree.write("docs/bad-input.md", f"| what is wrong | what is seen | the tests |\n|---|---|---|\n{bad_input}")
         tree.write("tests/unit/a_test.cpp", "TEST(Ramp, Stays)\n{\n}\nTEST_P(Ramp,\n       Grows)\n{\n}\n")
         tree.write("tests/python/a_test.py", "class Wires(Case):\n    def test_hold(self):\n        pass\n")
         tree.write("src/shop/a.cpp", comment)
@@ -156,6 +157,13 @@ class TestsNamed(unittest.TestCase):
     def test_find_rows_without_a_test_and_a_table_without_rows(self):
         self.assertEqual(self.found("| `Ramp.Stays` holds | later |\n"), ["tests/README.md:5: names no test"])
         self.assertEqual(len(self.found("")), 1)
+
+    def test_find_rows_of_bad_input_without_a_test(self):
+        holds = "| it holds | `Ramp.Stays` |\n"
+        self.assertEqual(self.found(holds, bad_input="| no `a.b` | `Ramp.Stays` | later |\n"),
+                         ["docs/bad-input.md:3: names no test"])
+        self.assertEqual(self.found(holds, bad_input="| it | seen | `Ramp.Falls` |\n"),
+                         ["docs/bad-input.md:3: there is no test Ramp.Falls"])
 
     def test_find_comments_that_point_to_no_test(self):
         self.assertEqual(self.found("| it holds | `Ramp.Stays` |\n", "int a;\n// Deliberate. See\n// Ramp.Falls.\n"),

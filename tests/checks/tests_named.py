@@ -1,4 +1,5 @@
-"""Tests that are named exist: those of tests/README.md, and those that a comment of the plug-in points to.
+"""Tests that are named exist: those of the tables of behaviours and of bad input, and those that a comment of the plug-in
+points to.
 
 A test is named as `Suite.Name`, or as `file_test.py::Class.test_name` with the file's path below tests/. Where a row of
 the tables names none, the check says so too.
@@ -9,13 +10,13 @@ import sys
 
 import tree
 
-DOCUMENT = "tests/README.md"
+DOCUMENTS = ("tests/README.md", "docs/bad-input.md")
 CXX_TEST = re.compile(r"^(?:TYPED_)?TEST(?:_F|_P)?\(\s*(\w+),\s*(\w+)\s*\)", re.MULTILINE)
 CXX_COMMENT = re.compile(r"//.*(?:\n[ \t]*//.*)*")
 PYTHON_PART = re.compile(r"^class (\w+)|^    def (test_\w+)\(", re.MULTILINE)
 NAME = re.compile(r"`((?:[\w/]+\.py::)?\w+\.\w+)`")
 POINTER = re.compile(r"\bsee (\w+\.\w+)", re.IGNORECASE)
-HEADINGS = {"what must hold", "---"}
+HEADINGS = {"what must hold", "what is wrong", "---"}
 
 
 def python_tests(text):
@@ -40,17 +41,17 @@ def existing(root):
     return names
 
 
-def of_document(root, there):
-    file = root / DOCUMENT
+def of_document(root, document, there):
+    file = root / document
     rows = [(number, line.strip("|").split("|")) for number, line in enumerate(file.read_text(encoding="utf-8").splitlines(), 1)
             if line.startswith("|")] if file.exists() else []
     rows = [(number, cells) for number, cells in rows if cells[0].strip() not in HEADINGS]
-    found = [] if rows else [f"{DOCUMENT} has no rows; a table of behaviours and their tests belongs there"]
+    found = [] if rows else [f"{document} has no rows; a table that names tests belongs there"]
     for number, cells in rows:
         named = NAME.findall(cells[-1])
         if not named:
-            found.append(f"{DOCUMENT}:{number}: names no test")
-        found += [f"{DOCUMENT}:{number}: there is no test {name}" for name in named if name not in there]
+            found.append(f"{document}:{number}: names no test")
+        found += [f"{document}:{number}: there is no test {name}" for name in named if name not in there]
     return found
 
 
@@ -68,7 +69,7 @@ def of_comments(root, there):
 
 def findings(root):
     there = existing(root)
-    return of_document(root, there) + of_comments(root, there)
+    return [finding for document in DOCUMENTS for finding in of_document(root, document, there)] + of_comments(root, there)
 
 
 if __name__ == "__main__":

@@ -38,8 +38,8 @@ class Time(SceneTest):
 class Hscript(SceneTest):
     def test_gives_output_and_errors(self):
         self.assertEqual(hou.hscript("echo hello"), ("hello\n", ""))
-        output, errors = hou.hscript("nonsense 3")
-        self.assertEqual(output, "")
+        output, errors = hou.hscript("nonsense 3; echo after")
+        self.assertEqual(output, "after\n")
         self.assertIn("nonsense", errors)
 
     def test_expressions_give_numbers_or_texts(self):

@@ -26,6 +26,32 @@ std::string realPath(const std::string& file)
     return failed ? file : path.string();
 }
 
+// A shared object, or why there is none.
+struct Opened
+{
+    void* handle;
+    std::string why;
+};
+
+// Opening runs the constructors of the plug-in's own objects. What these throw comes through dlopen(), whose handle is
+// lost then; the plug-in stays in memory and is asked nothing.
+Opened openShared(const std::string& file)
+{
+    try
+    {
+        void* handle = dlopen(file.c_str(), RTLD_NOW | RTLD_LOCAL);
+        return {handle, handle ? "" : dlerror()};
+    }
+    catch (const std::exception& problem)
+    {
+        return {nullptr, std::string("its constructors threw: ") + problem.what()};
+    }
+    catch (...)
+    {
+        return {nullptr, "its constructors threw something that is no standard exception"};
+    }
+}
+
 // dlsym() gives data pointers only.
 DeclareFunction findDeclareFunction(void* handle)
 {
@@ -77,16 +103,16 @@ void Universe::loadPlugin(const std::string& file)
             static_cast<unsigned long long>(cut->size));
         return;
     }
-    void* handle = dlopen(file.c_str(), RTLD_NOW | RTLD_LOCAL);
-    if (!handle)
+    const Opened opened = openShared(file);
+    if (!opened.handle)
     {
         KrMsgError(
             "[kr] Cannot open the plug-in %s: %s. Skipping it; rebuild it for this machine or take it away.",
-            file.c_str(), dlerror());
+            file.c_str(), opened.why.c_str());
         return;
     }
-    m_plugins.push_back({path, handle});
-    declareEntriesOf({file, handle});
+    m_plugins.push_back({path, opened.handle});
+    declareEntriesOf({file, opened.handle});
 }
 
 void Universe::declareEntriesOf(const Plugin& plugin)

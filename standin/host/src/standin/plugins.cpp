@@ -143,20 +143,34 @@ std::string thrownBy(const std::function<void()>& action)
     }
 }
 
+/// Opens a file that has passed for a shared object; without a handle, `reason` says why.
+///
+/// What the constructors of its own objects throw comes through dlopen(), whose handle is lost then: the file stays in
+/// memory and is asked nothing.
+void* openShared(const std::string& path, std::string& reason)
+{
+    void* handle = nullptr;
+    const std::string thrown = thrownBy([&] { handle = dlopen(path.c_str(), RTLD_NOW | RTLD_LOCAL); });
+    const char* why = handle || !thrown.empty() ? nullptr : dlerror();
+    if (!thrown.empty())
+        reason = "its constructors threw " + thrown +
+                 ". This is a fault of the plug-in; repair it, or take it off "
+                 "the plug-in path.";
+    else if (!handle)
+        reason = std::string("the system cannot open it: ") + (why ? why : "unknown reason") +
+                 ". Rebuild it, or put what it needs where it can be found.";
+    return handle;
+}
+
 Plugin openPlugin(const std::string& path)
 {
     Plugin plugin{{path, false, "", {}}, nullptr};
     plugin.report.reason = objectionToFile(path);
     if (!plugin.report.reason.empty())
         return plugin;
-    void* handle = dlopen(path.c_str(), RTLD_NOW | RTLD_LOCAL);
+    void* handle = openShared(path, plugin.report.reason);
     if (!handle)
-    {
-        const char* why = dlerror();
-        plugin.report.reason = std::string("the system cannot open it: ") + (why ? why : "unknown reason") +
-                               ". Rebuild it, or put what it needs where it can be found.";
         return plugin;
-    }
     plugin.report.hooks = exportedHooks(handle);
     Versions versions;
     const std::string thrown = thrownBy([&] { versions = versionsOf(handle); });
