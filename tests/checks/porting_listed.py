@@ -3,7 +3,8 @@
 A name is an identifier of src/shop that a public header of the platform declares: a type, function, constant, macro,
 object or member. It is listed when it stands in backticks in the first cell of a row below a heading that is a header of
 the platform; every header that src/shop includes has such a heading. Names marked as uncertain stand in the table of
-uncertain uses too, which has a dozen rows at most, and each is used in one source file only.
+uncertain uses too, which has a dozen rows at most, and each is used in one source file only. The column "used in" names the
+units that have one of a row's names, or says how many there are.
 """
 
 import re
@@ -15,6 +16,8 @@ DOCUMENT = "docs/porting.md"
 UNCERTAIN = "Uncertain uses"
 MARK = "**U**"
 MOST_UNCERTAIN = 12
+USED_IN = 3       # the column of the units
+MOST_UNITS = 4    # that are named one by one
 
 # Public headers by room; the stand-in host's own observation interface is no part of the platform.
 HEADERS = ("standin/host/include", "standin/renderer/include", "standin/ipr/include")
@@ -105,7 +108,7 @@ class Document:
 
     def __init__(self, root):
         file = root / DOCUMENT
-        self.headings, self.listed, self.marked, self.uncertain, self.files = set(), {}, {}, {}, []
+        self.headings, self.listed, self.marked, self.uncertain, self.files, self.used_in = set(), {}, {}, {}, [], []
         self.uncertain_rows, section = -1, ""  # the row of headings does not count
         for number, line in enumerate(file.read_text(encoding="utf-8").splitlines() if file.exists() else [], 1):
             if line.startswith("#"):
@@ -122,6 +125,8 @@ class Document:
         elif section.endswith(".h"):
             self.listed.update(names)
             self.files += [(number, file) for file in re.findall(r"`(\w+\.(?:h|cpp))`", cells[-1])]
+            if names and len(cells) > USED_IN:
+                self.used_in.append((number, tuple(names), cells[USED_IN]))
             if any(MARK in cell for cell in cells[1:]):
                 self.marked.update(names)
 
@@ -132,6 +137,14 @@ def name_findings(page, platform, used):
     for name, number in page.listed.items():
         if name not in platform or name not in used:
             yield f"{DOCUMENT}:{number}: {name} is no name of the platform that src/shop uses"
+
+
+def used_in_findings(page, used):
+    for number, names, said in page.used_in:
+        units = sorted({re.sub(r".*/|\.\w+$", "", place) for name in names for place in used.get(name, ())})
+        true = ", ".join(units) if len(units) <= MOST_UNITS else f"{len(units)} units"
+        if said != true:
+            yield f"{DOCUMENT}:{number}: {', '.join(names)}: used in: {true}"
 
 
 def uncertain_findings(page, used):
@@ -149,7 +162,7 @@ def uncertain_findings(page, used):
 
 def findings(root):
     page, platform, used = Document(root), platform_names(root), used_names(root)
-    found = list(name_findings(page, platform, used)) + list(uncertain_findings(page, used))
+    found = [*name_findings(page, platform, used), *used_in_findings(page, used), *uncertain_findings(page, used)]
     found += [f"{place}: includes {header}, which has no heading in {DOCUMENT}"
               for header, place in sorted(included_headers(root).items())
               if any((root / room / header).exists() for room in HEADERS) and header not in page.headings]

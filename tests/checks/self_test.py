@@ -207,6 +207,11 @@ typedef int OP_Count;
                          ["docs/porting.md:10: nOutputs is no name of the platform that src/shop uses",
                           "docs/porting.md:10: there is no src/shop/b.cpp"])
 
+    def test_say_where_a_name_is_used_when_the_page_says_otherwise(self):
+        row = "| `OP_Node` | a class | sure | {} | |\n"
+        self.assertEqual(self.found("OP_Node n;\n", row.format("a")), [])
+        self.assertEqual(self.found("OP_Node n;\n", row.format("b")), ["docs/porting.md:10: OP_Node: used in: a"])
+
     def test_find_a_header_without_a_heading(self):
         tree = Tree(self)
         tree.write("standin/renderer/include/kr.h", "")

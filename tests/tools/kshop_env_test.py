@@ -21,6 +21,26 @@ class Env(KshopCase):
         self.assertTrue(all(f.endswith(".mtd") for f in environment["metadata_files"]))
         self.assertGreater(len(environment["metadata_files"]), 0)
 
+    def test_says_what_the_plug_in_was_made_for_and_what_became_of_it(self):
+        environment = self.json_of("env", KORVAN_CATALOGUE=self.catalogue(
+            {"name": "zelk__one", "kind": "shader", "output": "rgb", "parameters": []},
+            {"name": "zelk__hidden", "kind": "shader", "output": "rgb", "parameters": [],
+             "metadata": [{"key": "houdini.skip", "value": True}]}))
+        self.assertEqual([(p["made_for"], p["compiler_tag"]) for p in environment["plugins"]], [("15.5", 408)])
+        listed = self.json_of("list")
+        plain = self.json_of("env")
+        self.assertEqual(plain["registered"], {table: len(types) for table, types in listed["tables"].items()})
+        self.assertEqual(environment["registered"]["Vop"], plain["registered"]["Vop"] + 1)
+        self.assertIn("zelk__hidden", environment["left_out"]['its metadata skips it ("houdini.skip" is true)'])
+        self.assertEqual((plain["said"]["warning"], plain["said"]["error"]), (0, 0))
+
+    def test_counts_what_was_said_while_shaders_registered(self):
+        bad = self.catalogue({"name": "zelk__bad", "kind": "shader", "output": "rgb", "parameters": [],
+                              "metadata": [{"key": "houdini.parm.x", "value": "1"}]})
+        run = self.run_kshop("env", "--json", KORVAN_CATALOGUE=bad)
+        self.assertIn("Skipping badly formatted extra parameter: houdini.parm.x", run.stderr)
+        self.assertEqual(json.loads(run.stdout)["said"]["error"], 1)
+
     def test_shows_the_variables_as_the_person_set_them(self):
         variables = self.json_of("env", KORVAN_PLUGIN_PATH=self.scratch)["variables"]
         self.assertEqual(variables["KORVAN_PLUGIN_PATH"], str(self.scratch))
@@ -53,7 +73,8 @@ class Env(KshopCase):
 
     def test_shows_a_person_the_same(self):
         text = self.output_of("env")
-        for words in ("Versions", "Host plug-ins", "loaded; exports newShopOperator, newVopOperator", "HOUDINI_PATH",
+        for words in ("Versions", "Host plug-ins", "made for 15.5 and compiler tag 408", "Registered node types",
+                      "kshop list --why", "Said while they were registered", "loaded; exports newShopOperator, newVopOperator", "HOUDINI_PATH",
                       "(not set)", "Metadata files", str(TREE)):
             self.assertIn(words, text)
 

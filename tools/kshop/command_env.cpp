@@ -7,12 +7,14 @@
 #include <SYS/SYS_Version.h>
 #include <UT/UT_PathSearch.h>
 #include <standin/host.h>
+#include <standin/plugin_versions.h>
 #include <standin/python.h>
 #include <zelk/ipr/endpoint.h>
 #include <zelk/ipr/keys.h>
 
 #include <fmt/format.h>
 
+#include <algorithm>
 #include <cstdlib>
 #include <sstream>
 
@@ -69,10 +71,15 @@ Json pluginsJson()
 {
     Json list = Json::array();
     for (const standin::PluginReport& report : standin::pluginReports())
+    {
+        const standin::PluginVersions made = standin::pluginVersions(report.path);
         list.push_back({{"path", report.path},
                         {"loaded", report.loaded},
                         {"reason", report.loaded ? Json(nullptr) : Json(report.reason)},
+                        {"made_for", report.loaded ? Json(made.release) : Json(nullptr)},
+                        {"compiler_tag", report.loaded ? Json(std::stoul(made.compiler)) : Json(nullptr)},
                         {"entry_points", report.hooks}});
+    }
     return list;
 }
 
@@ -102,7 +109,41 @@ Json keysJson()
     return {{"path", path}, {"usable", usable}, {"reason", usable ? Json(nullptr) : Json(reason)}};
 }
 
-Json environmentJson(const Json& variables)
+bool isAnyLoaded()
+{
+    const std::vector<standin::PluginReport> reports = standin::pluginReports();
+    return std::any_of(reports.begin(), reports.end(), [](const auto& report) { return report.loaded; });
+}
+
+/// How many types plug-ins registered, by table.
+Json registeredJson(const Session& session)
+{
+    Json counts = Json::object();
+    for (const char* table : table_names)
+        counts[table] = session.operators(table).size();
+    return counts;
+}
+
+/// The renderer entries without a node type, by reason. None while no plug-in asks for them.
+Json leftOutJson(const Session& session)
+{
+    Json reasons = Json::object();
+    if (isAnyLoaded())
+        for (const UnregisteredEntry& entry : findUnregistered(session.operators("Vop")))
+            reasons[entry.reason].push_back(entry.name);
+    return reasons;
+}
+
+/// How often something was said while plug-ins registered.
+Json saidJson(const Session& session)
+{
+    Json counts = {{"info", 0}, {"warning", 0}, {"error", 0}};
+    for (const RendererMessage& message : session.messages())
+        counts[severityWord(message.severity)] = counts[severityWord(message.severity)].get<int>() + 1;
+    return counts;
+}
+
+Json environmentJson(const Json& variables, const Session& session)
 {
     const RendererFiles files = findRendererFiles();
     return {{"versions", versionsJson()},
@@ -116,6 +157,9 @@ Json environmentJson(const Json& variables)
             {"renderer_plugins", files.plugins},
             {"metadata_files", files.metadataFiles},
             {"catalogue_files", catalogueFiles()},
+            {"registered", registeredJson(session)},
+            {"left_out", leftOutJson(session)},
+            {"said", saidJson(session)},
             {"endpoints", endpointsJson()},
             {"keys", keysJson()}};
 }
@@ -166,8 +210,20 @@ std::string pluginsText(const Json& plugins)
         const std::string state = loaded ? "loaded; exports " + joined(plugin["entry_points"], ", ")
                                          : "not loaded: " + valueText(plugin["reason"]);
         text += fmt::format("  {}\n    {}\n", valueText(plugin["path"]), state);
+        if (loaded)
+            text += fmt::format("    made for {} and compiler tag {}\n", valueText(plugin["made_for"]),
+                                valueText(plugin["compiler_tag"]));
     }
     return text;
+}
+
+/// One line for each reason.
+std::string leftOutText(const Json& reasons)
+{
+    std::vector<std::vector<std::string>> rows;
+    for (const auto& [reason, names] : reasons.items())
+        rows.push_back({std::to_string(names.size()), printable(reason)});
+    return rows.empty() ? "" : tableText(rows, "  ") + "  (kshop list --why names them)\n";
 }
 
 std::string environmentText(const Json& environment, const Style& style)
@@ -184,6 +240,9 @@ std::string environmentText(const Json& environment, const Style& style)
         {"Renderer plug-ins", listText(environment["renderer_plugins"])},
         {"Metadata files", listText(environment["metadata_files"])},
         {"Catalogue files", listText(environment["catalogue_files"])},
+        {"Registered node types", pairsText(environment["registered"])},
+        {"Renderer entries without a node type", leftOutText(environment["left_out"])},
+        {"Said while they were registered", pairsText(environment["said"])},
         {"Change records go to", listText(environment["endpoints"])},
         {"Keys of endpoints that other machines can reach", keysText(environment["keys"])},
     };
@@ -200,7 +259,7 @@ int runEnv(const GlobalOptions& global, const EnvOptions& options)
     const Json variables = readVariables();
     const Session session(global);
     session.showComplaints();
-    const Json environment = environmentJson(variables);
+    const Json environment = environmentJson(variables, session);
     return writeOut(options.json ? jsonText(environment)
                                  : environmentText(environment, Style::forStandardOutput()));
 }

@@ -8,6 +8,7 @@
 #include <OP/OP_OperatorTable.h>
 #include <SYS/SYS_Version.h>
 #include <standin/host.h>
+#include <standin/plugin_versions.h>
 
 #include <algorithm>
 #include <cstring>
@@ -76,16 +77,10 @@ Function exported(void* handle, const char* name)
     return reinterpret_cast<Function>(dlsym(handle, name));
 }
 
-/// The versions that a plug-in says it was made for; empty texts for exports that are not there.
-struct Versions
+/// Empty texts for exports that are not there.
+PluginVersions versionsOf(void* handle)
 {
-    std::string release;
-    std::string compiler;
-};
-
-Versions versionsOf(void* handle)
-{
-    Versions versions;
+    PluginVersions versions;
     if (const auto release = exported<void (*)(const char**)>(handle, version_export))
     {
         const char* text = nullptr;
@@ -97,7 +92,7 @@ Versions versionsOf(void* handle)
     return versions;
 }
 
-std::string missingExports(const Versions& versions)
+std::string missingExports(const PluginVersions& versions)
 {
     const std::string first = versions.release.empty() ? version_export : "";
     const std::string second = versions.compiler.empty() ? compiler_export : "";
@@ -105,7 +100,7 @@ std::string missingExports(const Versions& versions)
 }
 
 /// Why an open shared object cannot be used; empty when it can.
-std::string objection(const Versions& versions, const std::vector<std::string>& hooks)
+std::string objection(const PluginVersions& versions, const std::vector<std::string>& hooks)
 {
     const std::string missing = missingExports(versions);
     if (hooks.empty())
@@ -172,7 +167,7 @@ Plugin openPlugin(const std::string& path)
     if (!handle)
         return plugin;
     plugin.report.hooks = exportedHooks(handle);
-    Versions versions;
+    PluginVersions versions;
     const std::string thrown = thrownBy([&] { versions = versionsOf(handle); });
     plugin.report.reason = thrown.empty() ? objection(versions, plugin.report.hooks)
                                           : "its version functions threw " + thrown + ". Rebuild it.";
@@ -273,6 +268,14 @@ std::string pluginOf(const OP_Operator& op)
 {
     const auto found = registry().origins.find(&op);
     return found == registry().origins.end() ? std::string() : found->second;
+}
+
+PluginVersions pluginVersions(const std::string& path)
+{
+    for (const Plugin& plugin : registry().plugins)
+        if (plugin.handle && plugin.report.path == path)
+            return versionsOf(plugin.handle);
+    return PluginVersions();
 }
 
 std::vector<PluginReport> pluginReports()
