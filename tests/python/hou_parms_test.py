@@ -206,6 +206,27 @@ class SpareParameters(SceneTest):
         self.node.addSpareParmTuple(hou.FloatParmTemplate("own", "Own", 1))
         self.assertIsNone(self.obj.createNode("null").parm("own"))
 
+    def test_that_are_not_quite_alike_are_apart(self):
+        other = self.obj.createNode("null")
+        for node, label, value in ((self.node, "Gain", 0.5), (other, "Gain ", 0.25)):
+            node.addSpareParmTuple(hou.FloatParmTemplate("gain", label, 1, default_value=(value,), help=label))
+        self.assertEqual([(n.parm("gain").description(), n.parm("gain").eval(), n.parm("gain").parmTemplate().help())
+                          for n in (self.node, other)], [("Gain", 0.5, "Gain"), ("Gain ", 0.25, "Gain ")])
+
+    def test_that_come_and_go_do_not_fill_the_memory(self):
+        def come_and_go(times):
+            for _ in range(times):
+                self.node.removeSpareParmTuple(self.node.addSpareParmTuple(hou.FloatParmTemplate("gain", "Gain", 3)))
+
+        def kilobytes():
+            with open("/proc/self/status", encoding="ascii") as stream:
+                return next(int(line.split()[1]) for line in stream if line.startswith("VmRSS:"))
+
+        come_and_go(1500)  # the undo stack is full then
+        before = kilobytes()
+        come_and_go(3000)
+        self.assertLess(kilobytes() - before, 1000)
+
     def test_can_be_removed_again(self):
         own = self.node.addSpareParmTuple(hou.FloatParmTemplate("own", "Own", 1))
         self.node.removeSpareParmTuple(own)

@@ -32,6 +32,20 @@ class Scripts(unittest.TestCase):
         self.assertEqual((refused.returncode, refused.stdout), (2, ""))
         self.assertIn("script/bootstrap --test", refused.stderr)
 
+    def test_test_helps_and_names_the_presets_that_there_are(self):
+        self.assertIn("script/test --preset asan", self.run_script("script/test", "--help").stdout)
+        refused = self.run_script("script/test", "--preset", "nonsense")
+        self.assertEqual((refused.returncode, refused.stdout), (1, ""))
+        self.assertIn("there are no tests for the preset 'nonsense'; there are for: default asan ", refused.stderr)
+        self.assertEqual(self.run_script("script/test", "--preset").returncode, 2)
+
+    def test_fuzz_names_the_fuzzers_that_there_are(self):
+        for arguments in ((), ("nonsense", "5"), ("scene", "0"), ("--all", "x"), ("--all",)):
+            with self.subTest(arguments):
+                refused = self.run_script("script/fuzz", *arguments)
+                self.assertEqual((refused.returncode, refused.stdout), (2, ""))
+                self.assertIn("NAME is one of: contents delta_reader ", refused.stderr)
+
 
 if __name__ == "__main__":
     unittest.main()

@@ -1,13 +1,8 @@
 // Metadata files (.mtd): TOML, a table per node entry, its parameters' tables under "parameters".
 // What is left out of them is said, and noted for KrObserveGetLeftOut().
 #include "read_file.h"
+#include "toml.h"
 #include "universe.h"
-
-#define TOML_EXCEPTIONS 0
-#define TOML_ENABLE_FORMATTERS 0
-#define TOML_FLOAT_CHARCONV 1 // streams are slow and ask the locale
-#define TOML_INT_CHARCONV 1
-#include <toml++/toml.h>
 
 #include <algorithm>
 #include <cerrno>

@@ -34,12 +34,16 @@ struct Opened
 };
 
 // Opening runs the constructors of the plug-in's own objects. What these throw comes through dlopen(), whose handle is
-// lost then; the plug-in stays in memory and is asked nothing.
+// lost then; the plug-in stays in memory and is asked nothing. The system keeps its loader locked for other threads then, for
+// which there is no remedy here. dlopen() is declared as one that never throws, and the
+// compiler would leave out the handlers around it: hence the pointer, which it cannot see through.
+void* (*const volatile open_shared)(const char*, int) = &dlopen;
+
 Opened openShared(const std::string& file)
 {
     try
     {
-        void* handle = dlopen(file.c_str(), RTLD_NOW | RTLD_LOCAL);
+        void* handle = open_shared(file.c_str(), RTLD_NOW | RTLD_LOCAL);
         return {handle, handle ? "" : dlerror()};
     }
     catch (const std::exception& problem)

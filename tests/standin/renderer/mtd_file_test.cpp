@@ -106,6 +106,21 @@ TEST_F(MtdFile, ThatIsNotUtf8IsASyntaxError)
     EXPECT_THAT(takeComplaint("error"), testing::StartsWith("2:"));
 }
 
+TEST_F(MtdFile, WithAControlCharacterForAKeyIsASyntaxError)
+{
+    EXPECT_FALSE(load("[\x01noise]\na = 1\n"));
+    EXPECT_THAT(takeComplaint("error"), testing::StartsWith("1:"));
+}
+
+TEST_F(MtdFile, WithALetterBeyondAsciiOutsideOfQuotesIsASyntaxError)
+{
+    for (const char* letter : {"\u00e9", "\u0496", "\u3042", "\ufefe"})
+    {
+        EXPECT_FALSE(load(std::string("[\"noise\"") + letter + "]\na = 1\n")) << letter;
+        EXPECT_THAT(takeComplaint("error"), testing::StartsWith("1:")) << letter;
+    }
+}
+
 TEST_F(MtdFile, ThatCannotBeReadIsReportedWithItsName)
 {
     EXPECT_FALSE(KrMetaDataLoadFile("/nowhere/a.mtd"));

@@ -6,6 +6,7 @@
 #include <UT/UT_StringArray.h>
 
 #include <algorithm>
+#include <unordered_map>
 #include <utility>
 
 namespace standin
@@ -104,7 +105,7 @@ std::string textOf(const PRM_Template& tmpl)
 /// One block on its way to a template: what its lines said.
 struct Draft
 {
-    SpareTemplate* made = nullptr;
+    std::unique_ptr<SpareTemplate> made;
     std::string token;
     std::string label;
     const PRM_Type* type = nullptr;
@@ -230,7 +231,7 @@ PRM_Template* makeTemplate(Draft& draft)
     tmpl.setInvisible(draft.invisible);
     tmpl.setJoinNext(draft.joinNext);
     tmpl.setLabelNone(draft.noLabel);
-    return made.templates;
+    return keepSpareTemplate(std::move(draft.made));
 }
 
 void finish(OP_Node& node, Draft& draft, std::vector<std::string>& problems)
@@ -248,11 +249,14 @@ void finish(OP_Node& node, Draft& draft, std::vector<std::string>& problems)
 
 } // namespace
 
-SpareTemplate& newSpareTemplate()
+PRM_Template* keepSpareTemplate(std::unique_ptr<SpareTemplate> made)
 {
-    static auto* all = new std::vector<std::unique_ptr<SpareTemplate>>;
-    all->push_back(std::unique_ptr<SpareTemplate>(new SpareTemplate));
-    return *all->back();
+    static auto* all = new std::unordered_map<std::string, std::unique_ptr<SpareTemplate>>;
+    // What a scene keeps of a template is all that there is to it.
+    std::unique_ptr<SpareTemplate>& kept = (*all)[textOf(made->templates[0])];
+    if (!kept)
+        kept = std::move(made);
+    return kept->templates;
 }
 
 std::string writeSpareParms(const OP_Node& node)
@@ -274,14 +278,14 @@ void readSpareParms(OP_Node& node, const std::string& text, std::vector<std::str
         if (line[0].is("parm"))
         {
             draft = Draft();
-            draft.made = &newSpareTemplate();
+            draft.made.reset(new SpareTemplate);
         }
         else if (!draft.made)
             continue;
         else if (line[0].is("}"))
         {
             finish(node, draft, problems);
-            draft.made = nullptr;
+            draft.made.reset();
         }
         else
             for (const KeyRow& row : key_rows)

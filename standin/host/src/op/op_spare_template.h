@@ -36,9 +36,12 @@ struct SpareTemplate
     }
 };
 
-/// A new, empty one. Parameters keep pointers into their templates for as long as their node lives, and a template may
-/// be asked for after that by whoever copied it; so they stay for the process.
-SpareTemplate& newSpareTemplate();
+/// Keeps a finished template for the process and returns it, with the end of its list behind it. One that is equal to another
+/// that is kept is thrown away, and the other is returned.
+///
+/// Parameters keep pointers into their templates for as long as their node lives, and a template may be asked for after that
+/// by whoever copied it. Scenes that are loaded over and over must not fill the memory all the same.
+PRM_Template* keepSpareTemplate(std::unique_ptr<SpareTemplate> made);
 
 /// The ".spareparmdef" entry of a node: one block for each spare parameter, in order. Empty when it has none.
 std::string writeSpareParms(const OP_Node& node);

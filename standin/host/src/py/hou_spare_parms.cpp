@@ -10,6 +10,8 @@
 
 #include <algorithm>
 #include <cctype>
+#include <memory>
+#include <utility>
 #include <vector>
 
 namespace py = pybind11;
@@ -172,7 +174,8 @@ PRM_ConditionalBase* makeConditions(SpareTemplate& made, const py::dict& facts)
 PRM_Template* makeTemplate(const py::dict& facts)
 {
     const PRM_Type type = typeOf(facts);
-    SpareTemplate& made = newSpareTemplate();
+    std::unique_ptr<SpareTemplate> owner(new SpareTemplate);
+    SpareTemplate& made = *owner;
     made.name = PRM_Name(made.keep(textIn(facts, "token")), made.keep(textIn(facts, "label")));
     makeDefaults(made, facts);
     makeSpareData(made, facts);
@@ -185,7 +188,7 @@ PRM_Template* makeTemplate(const py::dict& facts)
                      &made.spare, 1, help.empty() ? nullptr : made.keep(help), makeConditions(made, facts));
     tmpl.setInvisible(flagIn(facts, "invisible"));
     tmpl.setJoinNext(flagIn(facts, "join_next"));
-    return made.templates;
+    return keepSpareTemplate(std::move(owner));
 }
 
 bool isParmName(const std::string& name)

@@ -138,14 +138,19 @@ std::string thrownBy(const std::function<void()>& action)
     }
 }
 
+// dlopen() is declared as one that never throws, and the compiler would leave out the handlers around it: hence the
+// pointer, which it cannot see through.
+void* (*const volatile open_shared)(const char*, int) = &dlopen;
+
 /// Opens a file that has passed for a shared object; without a handle, `reason` says why.
 ///
 /// What the constructors of its own objects throw comes through dlopen(), whose handle is lost then: the file stays in
-/// memory and is asked nothing.
+/// memory and is asked nothing. The system keeps its loader locked for other threads then, for which there is no
+/// remedy here.
 void* openShared(const std::string& path, std::string& reason)
 {
     void* handle = nullptr;
-    const std::string thrown = thrownBy([&] { handle = dlopen(path.c_str(), RTLD_NOW | RTLD_LOCAL); });
+    const std::string thrown = thrownBy([&] { handle = open_shared(path.c_str(), RTLD_NOW | RTLD_LOCAL); });
     const char* why = handle || !thrown.empty() ? nullptr : dlerror();
     if (!thrown.empty())
         reason = "its constructors threw " + thrown +
