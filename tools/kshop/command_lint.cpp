@@ -11,6 +11,7 @@
 #include <filesystem>
 #include <fstream>
 #include <set>
+#include <stdexcept>
 
 namespace fs = std::filesystem;
 
@@ -101,12 +102,9 @@ std::string findingsText(const std::vector<Finding>& findings, const Style& styl
     return text + summaryText(findings);
 }
 
-} // namespace
-
-int runLint(const GlobalOptions& global, const LintCommandOptions& options)
+/// Runs the host with the files, and prints what is found.
+int lintAndPrint(const GlobalOptions& global, const LintCommandOptions& options)
 {
-    if (!areUsable(options.files))
-        return exit_failure;
     const ExtraMetadata loadedToo(options.files);
     const Session session(global);
     if (!session.hasPlugins())
@@ -116,6 +114,23 @@ int runLint(const GlobalOptions& global, const LintCommandOptions& options)
                                               : findingsText(findings, Style::forStandardOutput()));
     const bool bad = countOf(findings, "error") > 0 || (options.strict && countOf(findings, "warning") > 0);
     return bad ? static_cast<int>(exit_failure) : written;
+}
+
+} // namespace
+
+int runLint(const GlobalOptions& global, const LintCommandOptions& options)
+{
+    if (!areUsable(options.files))
+        return exit_failure;
+    try
+    {
+        return lintAndPrint(global, options);
+    }
+    catch (const std::runtime_error& problem)
+    {
+        complain(problem.what());
+        return exit_failure;
+    }
 }
 
 } // namespace kshop
