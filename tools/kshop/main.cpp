@@ -263,6 +263,8 @@ void addLint(CLI::App& app, Options& options)
     command->footer(lint_examples);
     command->callback([&options]
                       { options.command = [&options] { return runLint(options.global, options.lint); }; });
+}
+
 /// The same under every locale, as above; 0 is a port too.
 void addPort(CLI::App& command, int& port)
 {
