@@ -2,6 +2,7 @@
 #include "lint/extra_metadata.h"
 #include "lint/finding_json.h"
 #include "lint/lint.h"
+#include "lint/rules.h"
 #include "output.h"
 #include "text.h"
 
@@ -102,6 +103,22 @@ std::string findingsText(const std::vector<Finding>& findings, const Style& styl
     return text + summaryText(findings);
 }
 
+Json rulesJson()
+{
+    Json list = Json::array();
+    for (const Rule& rule : allRules())
+        list.push_back({{"rule", rule.name}, {"severity", rule.severity}, {"summary", rule.summary}});
+    return {{"rules", list}};
+}
+
+std::string rulesText()
+{
+    std::vector<std::vector<std::string>> rows;
+    for (const Rule& rule : allRules())
+        rows.push_back({rule.name, rule.severity, rule.summary});
+    return tableText(rows);
+}
+
 /// Runs the host with the files, and prints what is found.
 int lintAndPrint(const GlobalOptions& global, const LintCommandOptions& options)
 {
@@ -120,6 +137,8 @@ int lintAndPrint(const GlobalOptions& global, const LintCommandOptions& options)
 
 int runLint(const GlobalOptions& global, const LintCommandOptions& options)
 {
+    if (options.rules)
+        return writeOut(options.json ? jsonText(rulesJson()) : rulesText());
     if (!areUsable(options.files))
         return exit_failure;
     try
