@@ -120,17 +120,30 @@ class UnitsTested(unittest.TestCase):
 
 
 class DocumentedKeys(unittest.TestCase):
-    def found(self, document, source):
+    MIN_AND_MAX = "| `min`, `max` | number | none | bounds |\n"
+
+    def found(self, document, source, *linted):
         tree = Tree(self)
         tree.write("docs/metadata.md", document)
         tree.write("src/shop/a.cpp", source)
+        tree.write("tools/kshop/lint/known_keys.cpp",
+                   "".join('{KeyOwner::Parameter, "%s", KR_TYPE_%s, ""},\n' % row for row in linted))
         return documented_keys.findings(tree.root)
 
-    def test_pass_when_both_sides_agree(self):
-        self.assertEqual(self.found("| `min`, `max` | number | none | bounds |\n", 'f("min"); f("max");\n'), [])
+    def test_pass_when_all_sides_agree(self):
+        self.assertEqual(self.found(self.MIN_AND_MAX, 'f("min"); f("max");\n', ("min", "FLOAT"), ("max", "FLOAT")), [])
 
     def test_name_a_key_that_only_one_side_has(self):
-        self.assertEqual(len(self.found("| `houdini.lod` | text | none | detail |\n", 'f("houdini.icon");\n')), 2)
+        self.assertEqual(len(self.found("| `houdini.lod` | text | none | detail |\n", 'f("houdini.icon");\n',
+                                        ("houdini.lod", "STRING"))), 2)
+
+    def test_name_a_key_that_lint_does_not_know_or_alone_knows(self):
+        self.assertEqual(len(self.found(self.MIN_AND_MAX, 'f("min"); f("max");\n', ("min", "FLOAT"),
+                                        ("maximum", "FLOAT"))), 2)
+
+    def test_name_a_key_whose_kind_lint_takes_for_another(self):
+        self.assertEqual(len(self.found(self.MIN_AND_MAX, 'f("min"); f("max");\n', ("min", "FLOAT"),
+                                        ("max", "STRING"))), 2)
 
 
 class TestsNamed(unittest.TestCase):

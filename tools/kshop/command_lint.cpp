@@ -2,6 +2,7 @@
 #include "lint/extra_metadata.h"
 #include "lint/finding_json.h"
 #include "lint/lint.h"
+#include "lint/rules.h"
 #include "output.h"
 #include "text.h"
 
@@ -11,6 +12,7 @@
 #include <filesystem>
 #include <fstream>
 #include <set>
+#include <stdexcept>
 
 namespace fs = std::filesystem;
 
@@ -101,12 +103,25 @@ std::string findingsText(const std::vector<Finding>& findings, const Style& styl
     return text + summaryText(findings);
 }
 
-} // namespace
-
-int runLint(const GlobalOptions& global, const LintCommandOptions& options)
+Json rulesJson()
 {
-    if (!areUsable(options.files))
-        return exit_failure;
+    Json list = Json::array();
+    for (const Rule& rule : allRules())
+        list.push_back({{"rule", rule.name}, {"severity", rule.severity}, {"summary", rule.summary}});
+    return {{"rules", list}};
+}
+
+std::string rulesText()
+{
+    std::vector<std::vector<std::string>> rows;
+    for (const Rule& rule : allRules())
+        rows.push_back({rule.name, rule.severity, rule.summary});
+    return tableText(rows);
+}
+
+/// Runs the host with the files, and prints what is found.
+int lintAndPrint(const GlobalOptions& global, const LintCommandOptions& options)
+{
     const ExtraMetadata loadedToo(options.files);
     const Session session(global);
     if (!session.hasPlugins())
@@ -116,6 +131,25 @@ int runLint(const GlobalOptions& global, const LintCommandOptions& options)
                                               : findingsText(findings, Style::forStandardOutput()));
     const bool bad = countOf(findings, "error") > 0 || (options.strict && countOf(findings, "warning") > 0);
     return bad ? static_cast<int>(exit_failure) : written;
+}
+
+} // namespace
+
+int runLint(const GlobalOptions& global, const LintCommandOptions& options)
+{
+    if (options.rules)
+        return writeOut(options.json ? jsonText(rulesJson()) : rulesText());
+    if (!areUsable(options.files))
+        return exit_failure;
+    try
+    {
+        return lintAndPrint(global, options);
+    }
+    catch (const std::runtime_error& problem)
+    {
+        complain(problem.what());
+        return exit_failure;
+    }
 }
 
 } // namespace kshop

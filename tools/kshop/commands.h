@@ -76,6 +76,7 @@ struct LintCommandOptions
     std::vector<std::string> files; ///< empty: everything that the plug-in loads
     bool json = false;
     bool strict = false; ///< warnings, too, make the status 1
+    bool rules = false;  ///< show the rules, and look at nothing
 };
 int runLint(const GlobalOptions& global, const LintCommandOptions& options);
 

@@ -259,6 +259,8 @@ void addLint(CLI::App& app, Options& options)
     CLI::App* command = app.add_subcommand("lint", "Mistakes in the metadata of shaders");
     command->add_option("FILE", options.lint.files, "Metadata files (.mtd); everything when none is given");
     command->add_flag("--strict", options.lint.strict, "Warnings, too, make the exit status 1");
+    command->add_flag("--rules", options.lint.rules,
+                      "Show the rules, with a line about each, and look at nothing");
     addJson(*command, options.lint.json);
     command->footer(lint_examples);
     command->callback([&options]

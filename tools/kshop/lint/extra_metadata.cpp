@@ -7,7 +7,9 @@
 #include <fmt/format.h>
 
 #include <algorithm>
+#include <cerrno>
 #include <cstdlib>
+#include <cstring>
 #include <filesystem>
 #include <stdexcept>
 
@@ -37,10 +39,14 @@ std::vector<std::string> thoseNotLoaded(const std::vector<std::string>& files)
 
 std::string makeDirectory()
 {
-    std::string pattern = (fs::temp_directory_path() / "kshop-metadata-XXXXXX").string();
+    const char* temporary = std::getenv("TMPDIR");
+    const std::string parent = temporary && *temporary ? temporary : "/tmp";
+    std::string pattern = parent + "/kshop-metadata-XXXXXX";
     if (!mkdtemp(pattern.data()))
-        throw std::runtime_error("no directory can be made beside " + pattern);
-    return pattern;
+        throw std::runtime_error(
+            fmt::format("no directory can be made in {}: {}; set TMPDIR to one that can be written", parent,
+                        std::strerror(errno)));
+    return fs::absolute(pattern).string();
 }
 
 } // namespace

@@ -206,6 +206,9 @@ Shader::Shader(const KtNodeEntry* rendererEntry)
     for (int i = 0; i < count; ++i)
         parameters.push_back(
             readParameter(rendererEntry, KrNodeEntryGetParameter(rendererEntry, i), isCamera));
+    for (Parameter& parameter : parameters)
+        if (parameter.place.line == 0)
+            parameter.place = place;
     extras = readExtras(keys);
     files = filesOf(*this);
 }

@@ -61,7 +61,7 @@ struct Parameter
     std::vector<std::string> items;    ///< of an enumeration
     std::optional<KtParamValue> value; ///< the default; of an array its array
     Keys keys;
-    KtPlace place;              ///< its table, or where the shader is declared
+    KtPlace place;              ///< its table, else the shader's
     std::string unseen;         ///< why it has no field: "..."; empty when it should have one
     const TemplateFacts* field; ///< what the plug-in made of it, of an array its element; null when nothing
 };

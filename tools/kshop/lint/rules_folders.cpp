@@ -103,20 +103,20 @@ void checkShort(const Shader& shader, Report& report)
     if (extraThatEnds(shader)) // then they all are, and that is told
         return;
     for (const Folder& folder : Layout(shader).folders)
-        for (const Tab& tab : folder.tabs)
-        {
-            const Extra* extra = shader.findExtra(folder.name);
-            if (extra && static_cast<int>(tab.names.size()) < tab.wanted)
-                report.add(
-                    extra->key->place, extra->name,
-                    {fmt::format("tab {} asks for {} fields, and {} left for it", quoted(tab.title),
-                                 tab.wanted,
-                                 tab.names.empty() ? "none is"
-                                                   : fmt::format("{} {}", tab.names.size(),
-                                                                 tab.names.size() == 1 ? "is" : "are")),
-                     contentsText(folder),
-                     "Correct the counts. An array, and a folder with all that is in it, counts as one."});
-        }
+    {
+        const auto isShort = [](const Tab& tab) { return static_cast<int>(tab.names.size()) < tab.wanted; };
+        const auto tab = std::find_if(folder.tabs.begin(), folder.tabs.end(), isShort);
+        const Extra* extra = shader.findExtra(folder.name);
+        if (!extra || tab == folder.tabs.end())
+            continue;
+        const std::size_t left = tab->names.size();
+        report.add(extra->key->place, extra->name,
+                   {fmt::format("tab {} asks for {}, and {} left for it", quoted(tab->title),
+                                countText(static_cast<std::size_t>(tab->wanted), "field"),
+                                left == 0 ? "none is" : fmt::format("{} {}", left, left == 1 ? "is" : "are")),
+                    contentsText(folder),
+                    "Correct the counts. An array, and a folder with all that is in it, counts as one."});
+    }
 }
 
 void checkMissed(const Shader& shader, Report& report)

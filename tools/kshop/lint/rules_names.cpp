@@ -7,7 +7,6 @@
 
 #include <algorithm>
 #include <cstring>
-#include <iterator>
 #include <map>
 #include <set>
 
@@ -17,14 +16,6 @@ namespace kshop
 namespace
 {
 
-/// Types that no shader makes, although their names are of the kind that shaders make.
-const char* const hand_written[] = {"korvan::fetch", "korvan::ramp_float", "korvan::ramp_rgb"};
-
-bool isHandWritten(const std::string& type)
-{
-    return std::find(std::begin(hand_written), std::end(hand_written), type) != std::end(hand_written);
-}
-
 void checkTypes(const Library& library, Report& report)
 {
     std::map<std::string, const Shader*> owners;
@@ -32,11 +23,10 @@ void checkTypes(const Library& library, Report& report)
     {
         if (!shader.unseen.empty())
             continue;
-        if (isHandWritten(shader.type))
+        if (library.handWritten.count(shader.type) != 0)
             report.add(shader.place, shader.name, "",
                        {fmt::format("{} is the type of a node that is written by hand", quoted(shader.type)),
-                        "The shader's node type takes its place, and the hand-written one is missing.",
-                        "Set \"houdini.skip\" on the shader, or rename it."});
+                        "The shader has no node type.", "Set \"houdini.skip\" on the shader, or rename it."});
         const auto [owner, isFirst] = owners.emplace(shader.type, &shader);
         if (!isFirst)
             report.add(shader.place, shader.name, "",
