@@ -8,12 +8,12 @@ from preview_case import PreviewCase
 TYPE = "korvan::try"
 
 DUMP = """
-print({p.name(): p.eval() for p in node.parms()})
+print({p.name(): repr(p.eval()) for p in node.parms()})
 print([(p.name(), p.expression(), p.expressionLanguage().name()) for p in node.parms()
        if p.name() in ("amount", "tintb")])
 """
 
-READ = "python:print({p.name(): p.eval() for p in kwargs['node'].parms()})"
+READ = "python:print({p.name(): repr(p.eval()) for p in kwargs['node'].parms()})"
 
 
 class Export(PreviewCase):

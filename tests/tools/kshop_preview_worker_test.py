@@ -24,7 +24,8 @@ class Worker(PreviewCase):
         """The sentence of an edit that breaks the worker; what was edited before must have stayed."""
         page.edit(TYPE, "set", token="amount", value=0.25)
         before = page.get("state")["generation"]
-        sentence = page.edit(TYPE, "press", expect=500, token=name)["error"]
+        answer = page.edit(TYPE, "press", expect=500, token=name)
+        self.last_words = answer.get("console", "")
         state = page.get("state")
         self.assertEqual(state["generation"], before + 1)
         self.assertIn("It was started again; the edits made before are kept.", state["notice"])
@@ -32,11 +33,12 @@ class Worker(PreviewCase):
         self.assertEqual(parm_of(page.node(TYPE), "amount")["values"], [0.25])
         self.assertEqual(page.edit(TYPE, "set", token="amount", value=0.5)["errors"], [])
         self.assertEqual(len(page.workers()), 1)
-        return sentence
+        return answer["error"]
 
     def test_a_callback_that_ends_the_process(self):
-        page = self.start(("end", "import os; os._exit(7)"))
+        page = self.start(("end", "import os; os.write(1, b'farewell'); os._exit(7)"))
         self.assertEqual(self.broken(page, "end"), "The node's process ended with status 7 at this; it was undone.")
+        self.assertEqual(self.last_words, "farewell")
 
     def test_a_callback_that_crashes_the_process(self):
         page = self.start(("crash", "import ctypes; ctypes.string_at(0)"))
@@ -52,6 +54,8 @@ class Worker(PreviewCase):
     def test_a_callback_that_prints_without_an_end(self):
         page = self.start(("chatter", "while True: print('again ' * 1000)"))
         self.assertIn("did not answer within 10 seconds", self.broken(page, "chatter"))
+        self.assertTrue(self.last_words.startswith("again again "))
+        self.assertLess(len(self.last_words), 300000)
 
     def test_a_signal_in_the_middle_of_a_callback_without_an_end(self):
         page = self.start(("loop", "while True: pass"))
