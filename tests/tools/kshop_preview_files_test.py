@@ -139,8 +139,15 @@ class Files(PreviewCase):
         self.assertEqual(tried, {"name": TYPE, "label": "Tried", "icon": tried["icon"], "class": "VOP_KorvanOperator",
                                  "tab_menu": None, "inputs": 2, "outputs": 4})
 
-    def test_findings_are_there(self):
-        self.assertIsInstance(self.page.get("lint")["findings"], list)
+    def test_findings_are_those_of_lint_and_follow_the_file(self):
+        path = {"KORVAN_CATALOGUE": self.scratch / "catalogue.json", "HOUDINI_PATH": "%s:&" % (self.scratch / "path")}
+        clean = self.page.get("lint")
+        self.assertEqual(clean, self.json_of("lint", **path))
+        self.replaced('["zelk__try"]\n"houdini.lable" = "Tried"\n')
+        (finding,) = [f for f in self.page.get("lint")["findings"] if f["severity"] == "error" or f["line"] == 2]
+        self.assertEqual((finding["file"], finding["line"]), (str(self.metadata), 2))
+        self.replaced(GOOD)
+        self.assertEqual(self.page.get("lint"), clean)
 
 
 if __name__ == "__main__":
