@@ -17,7 +17,7 @@ target_sources(kshop PRIVATE
     preview/file_watch.cpp
     preview/front_requests.cpp
     preview/guard.cpp
-    preview/http_server.cpp
+    preview/http_server_module.cpp
     preview/kept_edits.cpp
     preview/lint_findings.cpp
     preview/node_view.cpp
@@ -30,7 +30,15 @@ target_sources(kshop PRIVATE
     preview/worker_line.cpp
     preview/worker_process.cpp
     preview/worker_requests.cpp)
-target_link_libraries(kshop PRIVATE PkgConfig::KORVAN_HTTPLIB Threads::Threads)
+target_link_libraries(kshop PRIVATE Threads::Threads ${CMAKE_DL_LIBS})
+
+# By itself, so that only the preview loads what the web server needs.
+add_library(kshop_http MODULE preview/http_server.cpp)
+target_include_directories(kshop_http PRIVATE ${CMAKE_CURRENT_SOURCE_DIR})
+target_link_libraries(kshop_http PRIVATE PkgConfig::KORVAN_HTTPLIB Threads::Threads zelk::warnings)
+set_target_properties(kshop_http PROPERTIES PREFIX "" CXX_VISIBILITY_PRESET hidden VISIBILITY_INLINES_HIDDEN ON)
+add_dependencies(kshop kshop_http)
+install(TARGETS kshop_http LIBRARY DESTINATION lib)
 
 # Copied whenever one changes, so that the build tree is complete by itself.
 set(page_directory ${CMAKE_CURRENT_SOURCE_DIR}/preview/page)

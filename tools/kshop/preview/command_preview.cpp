@@ -122,8 +122,14 @@ int runPreview(const GlobalOptions& global, const PreviewOptions& options)
     Guard guard;
     Supervisor supervisor(global.dso);
     const FrontRequests requests(guard, pages, supervisor);
-    HttpServer server([&requests](const HttpRequest& request) { return requests.answer(request); });
-    const int port = servePort(server, options.port);
+    const std::unique_ptr<HttpServer> server =
+        loadHttpServer([&requests](const HttpRequest& request) { return requests.answer(request); }, why);
+    if (!server)
+    {
+        complain(why);
+        return exit_failure;
+    }
+    const int port = servePort(*server, options.port);
     if (port == 0)
         return exit_failure;
     guard.setPort(port);
@@ -133,13 +139,13 @@ int runPreview(const GlobalOptions& global, const PreviewOptions& options)
     std::string type;
     if (!options.open.empty() && (type = typeToOpen(options.open, supervisor.state()["types"])).empty())
         return exit_failure;
-    server.serve();
+    server->serve();
     printAddress(
         fmt::format("http://127.0.0.1:{}/?token={}{}", port, guard.token(), type.empty() ? "" : "#" + type));
     complain("the preview runs; Ctrl-C ends it");
     watchUntilInterrupted(interruption, supervisor);
     supervisor.stop();
-    server.stop();
+    server->stop();
     return exit_ok;
 }
 

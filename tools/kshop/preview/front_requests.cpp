@@ -144,7 +144,10 @@ HttpAnswer FrontRequests::answer(const HttpRequest& request) const
     }
     catch (const RequestError& error)
     {
-        return jsonAnswer(error.status, {{"error", error.what()}});
+        Json answer = {{"error", error.what()}};
+        if (!error.console.empty())
+            answer["console"] = error.console;
+        return jsonAnswer(error.status, answer);
     }
     catch (const std::exception& error)
     {

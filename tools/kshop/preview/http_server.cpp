@@ -64,12 +64,10 @@ void describeError(const httplib::Request&, httplib::Response& response)
     response.set_content(std::string("{\"error\": \"") + sentence + "\"}", "application/json");
 }
 
-} // namespace
-
-class HttpServer::Implementation
+class LoopbackServer : public HttpServer
 {
 public:
-    explicit Implementation(Handler handler) : m_handler(std::move(handler))
+    explicit LoopbackServer(Handler handler) : m_handler(std::move(handler))
     {
         const auto answer = [this](const httplib::Request& request, httplib::Response& response)
         {
@@ -77,54 +75,54 @@ public:
             response.status = made.status;
             response.set_content(made.body, made.contentType);
         };
-        server.Get(".*", answer).Post(".*", answer).Put(".*", answer).Patch(".*", answer);
-        server.Delete(".*", answer).Options(".*", answer);
-        server.set_default_headers(safe_headers);
-        server.set_error_handler(httplib::Server::Handler(describeError));
-        server.set_payload_max_length(longest_body);
-        server.set_keep_alive_timeout(idle_seconds);
-        server.set_tcp_nodelay(true);
-        server.set_socket_options(setSocketOptions);
-        server.new_task_queue = [] { return new httplib::ThreadPool(thread_count); };
+        m_server.Get(".*", answer).Post(".*", answer).Put(".*", answer).Patch(".*", answer);
+        m_server.Delete(".*", answer).Options(".*", answer);
+        m_server.set_default_headers(safe_headers);
+        m_server.set_error_handler(httplib::Server::Handler(describeError));
+        m_server.set_payload_max_length(longest_body);
+        m_server.set_keep_alive_timeout(idle_seconds);
+        m_server.set_tcp_nodelay(true);
+        m_server.set_socket_options(setSocketOptions);
+        m_server.new_task_queue = [] { return new httplib::ThreadPool(thread_count); };
+    }
+    ~LoopbackServer() override { LoopbackServer::stop(); }
+
+    int open(int port) override
+    {
+        const char* const address = "127.0.0.1";
+        if (port == 0)
+            return std::max(m_server.bind_to_any_port(address), 0);
+        return m_server.bind_to_port(address, port) ? port : 0;
     }
 
-    httplib::Server server;
-    std::thread thread;
+    void serve() override
+    {
+        m_thread = std::thread([this] { m_server.listen_after_bind(); });
+        // stop() finds nothing to stop before it runs.
+        for (int i = 0; i < 1000 && !m_server.is_running(); ++i)
+            std::this_thread::sleep_for(std::chrono::milliseconds(1));
+    }
+
+    void stop() override
+    {
+        if (!m_thread.joinable())
+            return;
+        m_server.stop();
+        m_thread.join();
+    }
 
 private:
     Handler m_handler;
+    httplib::Server m_server;
+    std::thread m_thread;
 };
 
-HttpServer::HttpServer(Handler handler)
-    : m_implementation(std::make_unique<Implementation>(std::move(handler)))
-{
-}
-
-HttpServer::~HttpServer() { stop(); }
-
-int HttpServer::open(int port)
-{
-    const char* const address = "127.0.0.1";
-    httplib::Server& server = m_implementation->server;
-    if (port == 0)
-        return std::max(server.bind_to_any_port(address), 0);
-    return server.bind_to_port(address, port) ? port : 0;
-}
-
-void HttpServer::serve()
-{
-    m_implementation->thread = std::thread([this] { m_implementation->server.listen_after_bind(); });
-    // stop() finds nothing to stop before it runs.
-    for (int i = 0; i < 1000 && !m_implementation->server.is_running(); ++i)
-        std::this_thread::sleep_for(std::chrono::milliseconds(1));
-}
-
-void HttpServer::stop()
-{
-    if (!m_implementation->thread.joinable())
-        return;
-    m_implementation->server.stop();
-    m_implementation->thread.join();
-}
+} // namespace
 
 } // namespace kshop
+
+extern "C" __attribute__((visibility("default"))) kshop::HttpServer*
+kshopMakeHttpServer(kshop::HttpServer::Handler&& handler)
+{
+    return new kshop::LoopbackServer(std::move(handler));
+}

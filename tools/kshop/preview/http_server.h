@@ -32,22 +32,23 @@ class HttpServer
 public:
     using Handler = std::function<HttpAnswer(const HttpRequest& request)>;
 
-    explicit HttpServer(Handler handler);
-    ~HttpServer();
-    HttpServer(const HttpServer&) = delete;
-    HttpServer& operator=(const HttpServer&) = delete;
+    virtual ~HttpServer() {}
 
     /// Takes a port, any free one for 0. Its number, or 0 when it cannot be had.
-    int open(int port);
+    virtual int open(int port) = 0;
     /// Begins to answer, in threads of its own.
-    void serve();
+    virtual void serve() = 0;
     /// Ends when the requests under way are answered.
-    void stop();
-
-private:
-    class Implementation;
-    std::unique_ptr<Implementation> m_implementation;
+    virtual void stop() = 0;
 };
+
+/// Makes one. Null, with a sentence in `why`, when its module cannot be loaded: it stands in a file of its own, since the
+/// libraries behind it would cost every other command a part of its start.
+std::unique_ptr<HttpServer> loadHttpServer(HttpServer::Handler handler, std::string& why);
+
+/// What that module exports, by this name.
+using MakeHttpServer = HttpServer* (*)(HttpServer::Handler&& handler);
+constexpr const char* make_http_server_name = "kshopMakeHttpServer";
 
 } // namespace kshop
 

@@ -6,7 +6,7 @@
 namespace kshop
 {
 
-/// {"findings": [...]} about the metadata files that are there now.
+/// {"findings": [...]}, as `lint --json` prints them, about the metadata files that the session loaded.
 Json lintFindings();
 
 } // namespace kshop

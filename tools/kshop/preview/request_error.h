@@ -11,12 +11,13 @@ namespace kshop
 class RequestError : public std::runtime_error
 {
 public:
-    RequestError(int httpStatus, const std::string& sentence)
-        : std::runtime_error(sentence), status(httpStatus)
+    RequestError(int httpStatus, const std::string& sentence, const std::string& consoleText = "")
+        : std::runtime_error(sentence), status(httpStatus), console(consoleText)
     {
     }
 
     const int status;
+    const std::string console; ///< what scripts wrote before it went wrong
 };
 
 } // namespace kshop

@@ -33,8 +33,6 @@ std::string endText(WorkerProcess& worker, WorkerProcess::Outcome outcome)
     return worker.waitForEnd();
 }
 
-void showOnTerminal(const std::string& text) { std::fputs(text.c_str(), stderr); }
-
 } // namespace
 
 Supervisor::Supervisor(const std::string& dso) : m_dso(dso), m_files(dso) {}
@@ -46,7 +44,9 @@ std::unique_ptr<WorkerProcess> Supervisor::startWorker(const Json& kept, Json& s
     const Json request = {{"op", "state"}, {"kept", kept}};
     const WorkerProcess::Outcome outcome = worker->exchange(
         request.dump(-1, ' ', false, Json::error_handler_t::replace), text, start_patience, m_stop);
-    showOnTerminal(worker->takeConsole());
+    const std::string console = worker->takeConsole();
+    if (m_generation == 0) // of later ones the page shows the messages
+        std::fputs(console.c_str(), stderr);
     if (outcome != WorkerProcess::Outcome::answered)
     {
         why = endText(*worker, outcome);
@@ -165,9 +165,9 @@ Json Supervisor::ask(const Json& request)
     if (outcome != WorkerProcess::Outcome::answered)
     {
         const std::string why = endText(*m_worker, outcome);
-        showOnTerminal(m_worker->takeConsole());
+        const std::string console = m_worker->takeConsole();
         replaceAfter(why);
-        throw RequestError(500, "The node's process " + why + " at this; it was undone.");
+        throw RequestError(500, "The node's process " + why + " at this; it was undone.", console);
     }
     Json answer = Json::parse(text, nullptr, false);
     keepRecords(answer["records"]);

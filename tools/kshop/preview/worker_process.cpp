@@ -131,9 +131,14 @@ WorkerProcess::~WorkerProcess()
 
 void WorkerProcess::readConsole()
 {
+    // A pipe holds less than this. A script that prints without an end would keep us here for ever.
+    const int most_parts = 16;
     char part[16384];
-    for (ssize_t count = 0; (count = read(m_console, part, sizeof part)) > 0;)
+    for (int i = 0; i < most_parts; ++i)
     {
+        const ssize_t count = read(m_console, part, sizeof part);
+        if (count <= 0)
+            return;
         const std::size_t room = most_console_bytes - std::min(most_console_bytes, m_consoleText.size());
         m_consoleText.append(part, std::min(room, static_cast<std::size_t>(count)));
         m_consoleWasCut = m_consoleWasCut || room < static_cast<std::size_t>(count);

@@ -125,7 +125,12 @@ Json WorkerRequests::edit(const Json& request)
     return {{"node", view(type)}, {"errors", errors}};
 }
 
-Json WorkerRequests::lint(const Json&) { return lintFindings(); }
+Json WorkerRequests::lint(const Json&)
+{
+    if (m_findings.is_null())
+        m_findings = lintFindings();
+    return m_findings;
+}
 
 Json WorkerRequests::exported(const Json& request)
 {

@@ -43,7 +43,8 @@ private:
     PreviewScene m_scene;
     KeptEdits m_kept;
     RecordLog m_records;
-    std::optional<ParameterNames> m_names;
+    std::optional<ParameterNames> m_names; ///< read when first needed
+    Json m_findings;                       ///< the same
 };
 
 } // namespace kshop
