@@ -1,7 +1,9 @@
 // Metadata files (.mtd): TOML, a table per node entry, its parameters' tables under "parameters".
 // What is left out of them is said, and noted for KrObserveGetLeftOut().
+#include "kr_observe.h"
 #include "read_file.h"
 #include "universe.h"
+#include "work.h"
 
 #define TOML_EXCEPTIONS 0
 #define TOML_ENABLE_FORMATTERS 0
@@ -348,6 +350,7 @@ bool KrMetaDataLoadFile(const char* file)
     zelk::renderer::Universe* universe = zelk::renderer::Universe::require("KrMetaDataLoadFile");
     if (!universe)
         return false;
+    const zelk::renderer::Work work(KR_WORK_METADATA, file);
     try
     {
         return zelk::renderer::loadFile(*universe, file);
