@@ -16,6 +16,7 @@ namespace kshop
 struct ListOptions
 {
     bool why = false;
+    bool timings = false;
     bool json = false;
 };
 int runList(const GlobalOptions& global, const ListOptions& options);

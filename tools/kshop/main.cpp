@@ -39,6 +39,7 @@ HOUDINI_PATH, HOUDINI_DSO_PATH, KORVAN_PLUGIN_PATH and KORVAN_CATALOGUE say wher
 const char* const list_examples = R"(Examples:
   kshop list              the types in table order, and how many there are of each category
   kshop list --why        and each renderer entry without a node type, with the reason
+  kshop list --timings    and where the time of the start-up went
   kshop list --json       for programs)";
 
 const char* const describe_examples = R"(Examples:
@@ -136,6 +137,7 @@ void addList(CLI::App& app, Options& options)
     CLI::App* command = app.add_subcommand("list", "The registered node types");
     command->add_flag("--why", options.list.why,
                       "Add each renderer entry without a node type, with the reason");
+    command->add_flag("--timings", options.list.timings, "Add where the time of the start-up went");
     addJson(*command, options.list.json);
     command->footer(list_examples);
     command->callback([&options]
