@@ -28,6 +28,15 @@ struct DescribeOptions
 };
 int runDescribe(const GlobalOptions& global, const DescribeOptions& options);
 
+struct DiffOptions
+{
+    std::string before; ///< what `describe --json` has written; "-" is standard input
+    std::string after;
+    bool json = false;
+};
+/// exit_ok when no scene can break, exit_failure when one could, exit_usage when a file cannot be compared.
+int runDiff(const DiffOptions& options);
+
 struct PythonOptions
 {
     std::vector<std::string> arguments; ///< the script and its own arguments; empty for a shell

@@ -47,6 +47,14 @@ const char* const describe_examples = R"(Examples:
   kshop describe                               all of them
   kshop describe --json korvan::image          for programs; with the messages of registration)";
 
+const char* const diff_examples =
+    R"(Exit status: 0 when every saved scene stays as it is, 1 when one could break, 2 when the files cannot be compared.
+
+Examples:
+  kshop describe --json > old.json        before the change
+  kshop describe --json | kshop diff old.json -
+  kshop diff --json old.json new.json     for programs)";
+
 const char* const python_examples = R"(kshop python [--deltas FILE] [SCRIPT [ARG...]]
 
 Without SCRIPT it is an interactive shell; SCRIPT '-' is standard input. What follows SCRIPT is the script's own,
@@ -119,6 +127,7 @@ struct Options
     GlobalOptions global;
     ListOptions list;
     DescribeOptions describe;
+    DiffOptions diff;
     PythonOptions python;
     EnvOptions env;
     TabOptions tab;
@@ -154,6 +163,17 @@ void addDescribe(CLI::App& app, Options& options)
     command->callback(
         [&options]
         { options.command = [&options] { return runDescribe(options.global, options.describe); }; });
+}
+
+void addDiff(CLI::App& app, Options& options)
+{
+    CLI::App* command = app.add_subcommand("diff", "Which differences of two interfaces scenes would feel");
+    command->add_option("OLD", options.diff.before, "As 'describe --json' prints it; - is standard input")
+        ->required();
+    command->add_option("NEW", options.diff.after, "The same, later")->required();
+    addJson(*command, options.diff.json);
+    command->footer(diff_examples);
+    command->callback([&options] { options.command = [&options] { return runDiff(options.diff); }; });
 }
 
 /// What looks like an option before the script is none that python has.
@@ -352,6 +372,7 @@ int runProgram(int argc, char** argv)
     app.require_subcommand(1);
     addList(app, options);
     addDescribe(app, options);
+    addDiff(app, options);
     addPython(app, options);
     addEnv(app, options);
     addTab(app, options);
