@@ -37,6 +37,12 @@ struct DiffOptions
 /// exit_ok when no scene can break, exit_failure when one could, exit_usage when a file cannot be compared.
 int runDiff(const DiffOptions& options);
 
+struct HelpPagesOptions
+{
+    std::string directory;
+};
+int runHelpPages(const GlobalOptions& global, const HelpPagesOptions& options);
+
 struct PythonOptions
 {
     std::vector<std::string> arguments; ///< the script and its own arguments; empty for a shell

@@ -55,6 +55,9 @@ Examples:
   kshop describe --json | kshop diff old.json -
   kshop diff --json old.json new.json     for programs)";
 
+const char* const help_pages_examples = R"(Examples:
+  kshop help-pages docs/shaders    index.html, and a page for each type where its help address points)";
+
 const char* const python_examples = R"(kshop python [--deltas FILE] [SCRIPT [ARG...]]
 
 Without SCRIPT it is an interactive shell; SCRIPT '-' is standard input. What follows SCRIPT is the script's own,
@@ -128,6 +131,7 @@ struct Options
     ListOptions list;
     DescribeOptions describe;
     DiffOptions diff;
+    HelpPagesOptions helpPages;
     PythonOptions python;
     EnvOptions env;
     TabOptions tab;
@@ -174,6 +178,17 @@ void addDiff(CLI::App& app, Options& options)
     addJson(*command, options.diff.json);
     command->footer(diff_examples);
     command->callback([&options] { options.command = [&options] { return runDiff(options.diff); }; });
+}
+
+void addHelpPages(CLI::App& app, Options& options)
+{
+    CLI::App* command = app.add_subcommand("help-pages", "Writes a help page for each node type");
+    command->add_option("DIR", options.helpPages.directory, "Where to; made when it does not exist")
+        ->required();
+    command->footer(help_pages_examples);
+    command->callback(
+        [&options]
+        { options.command = [&options] { return runHelpPages(options.global, options.helpPages); }; });
 }
 
 /// What looks like an option before the script is none that python has.
@@ -373,6 +388,7 @@ int runProgram(int argc, char** argv)
     addList(app, options);
     addDescribe(app, options);
     addDiff(app, options);
+    addHelpPages(app, options);
     addPython(app, options);
     addEnv(app, options);
     addTab(app, options);
