@@ -197,16 +197,55 @@ class Diff(KshopCase):
         self.assertEqual(gone["old"]["name"], "gain")
         self.assertIn("go to 'tint', which has its number now", gone["effect"])
 
+    def edited(self, edit_old, edit_new):
+        """Text and status for two descriptions of the probe, each changed by hand where metadata cannot."""
+        files = []
+        for name, edit in (("first.json", edit_old), ("second.json", edit_new)):
+            document = json.loads(self.described("plain.json", PROBE).read_text())
+            edit(next(o for o in document["tables"]["Vop"] if o["name"] == "korvan::probe"))
+            files.append(self.write(name, json.dumps(document)))
+        run = self.run_kshop("diff", *files)
+        self.assertEqual(run.stderr, "")
+        return run.stdout, run.returncode
+
+    def template(self, operator, token):
+        return next(t for t in operator["templates"] if t["token"] == token)
+
     def test_knows_a_menu_that_is_stored_by_number(self):
-        old = json.loads(self.described("old.json", PROBE).read_text())
-        probe = next(o for o in old["tables"]["Vop"] if o["name"] == "korvan::probe")
-        mode = next(t for t in probe["templates"] if t["token"] == "mode")
-        mode["type"] = "PRM_ORD"
-        first = self.write("first.json", json.dumps(old))
-        mode["menu"]["items"].reverse()
-        run = self.run_kshop("diff", first, self.write("second.json", json.dumps(old)))
-        self.assertEqual(run.returncode, 1)
-        self.assertIn('breaks   mode: menu item moved: {"index":0,"token":"one"} -> {"index":2,"token":"one"}', run.stdout)
+        def old(operator):
+            self.template(operator, "mode")["type"] = "PRM_ORD"
+
+        def new(operator):
+            old(operator)
+            self.template(operator, "mode")["menu"]["items"].reverse()
+        text, status = self.edited(old, new)
+        self.assertEqual(status, 1)
+        self.assertIn('breaks   mode: menu item moved: {"index":0,"token":"one"} -> {"index":2,"token":"one"}', text)
+
+    def test_knows_a_menu_that_only_helps_to_fill_a_text_field(self):
+        def old(operator):
+            self.template(operator, "mode")["menu"]["type"] = 1
+
+        def new(operator):
+            old(operator)
+            del self.template(operator, "mode")["menu"]["items"][0]
+        text, status = self.edited(old, new)
+        self.assertEqual(status, 0)
+        self.assertIn('changes  mode: menu item gone: "one"', text)
+
+    def test_counts_the_first_of_several_parameters_with_one_token_as_the_host_does(self):
+        def old(operator):
+            operator["templates"].append(dict(self.template(operator, "gain"), label="Another"))
+
+        def new(operator):
+            operator["templates"].append(dict(self.template(operator, "path"), token="gain"))
+        self.assertEqual(self.edited(old, new), ("No differences.\n", 0))
+
+    def test_guesses_that_a_connector_was_renamed(self):
+        text, status = self.edited(lambda o: None, lambda o: o["outputs"][1].update(name="red"))
+        self.assertEqual(status, 1)
+        self.assertIn('breaks   output renamed?: 1 "r" -> 1 "red"', text)
+        self.assertIn("Wires of saved scenes go to 'red', which has its number now", text)
 
     def test_shows_a_person_the_differences_of_each_type_and_counts_them(self):
         old = self.described("old.json", PROBE, SOURCE)

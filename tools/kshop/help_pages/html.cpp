@@ -23,7 +23,7 @@ body { font: 16px/1.5 system-ui, sans-serif; margin: 2rem auto; max-width: 70rem
 table { border-collapse: collapse; margin: 0.5rem 0 1.5rem; width: 100%; }
 th, td { border: 1px solid var(--line); padding: 0.3rem 0.6rem; text-align: left; vertical-align: top; }
 th { background: var(--head); }
-code { font-family: ui-monospace, monospace; overflow-wrap: anywhere; }
+code { font-family: ui-monospace, monospace; overflow-wrap: break-word; }
 .faint { color: var(--faint); }
 .scroll { overflow-x: auto; }
 )";
