@@ -47,6 +47,7 @@ set(HOST_OP2_SOURCES
     src/standin/scene.cpp
     src/standin/scene_file.cpp
     src/standin/shared_object.cpp
+    src/standin/startup.cpp
     src/vop/vop_builtin.cpp
     src/vop/vop_node.cpp
     src/vop/vop_operator.cpp

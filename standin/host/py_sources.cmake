@@ -49,6 +49,22 @@ foreach(file IN LISTS HOU_PACKAGE_FILES)
     list(APPEND HOU_PACKAGE_OUTPUTS ${output})
     install(FILES ${source} DESTINATION ${KORVAN_PYTHON_DIR}/hou)
 endforeach()
-add_custom_target(hou_package ALL DEPENDS ${HOU_PACKAGE_OUTPUTS})
+
+# Compiled here, since nobody may be able to write beside an installed package: to compile it anew at each start took
+# longer than all the rest of it. The source's hash is checked, so a changed file is never passed over.
+set(HOU_PACKAGE_DIR ${KORVAN_TREE}/${KORVAN_PYTHON_DIR}/hou)
+set(HOU_PACKAGE_TAG cpython-${Python3_VERSION_MAJOR}${Python3_VERSION_MINOR})
+set(HOU_PACKAGE_COMPILED "")
+foreach(file IN LISTS HOU_PACKAGE_FILES)
+    string(REGEX REPLACE "[.]py$" ".${HOU_PACKAGE_TAG}.pyc" compiled ${file})
+    list(APPEND HOU_PACKAGE_COMPILED ${HOU_PACKAGE_DIR}/__pycache__/${compiled})
+endforeach()
+add_custom_command(OUTPUT ${HOU_PACKAGE_COMPILED}
+    COMMAND ${Python3_EXECUTABLE} -m compileall -q -f -d hou --invalidation-mode checked-hash ${HOU_PACKAGE_DIR}
+    DEPENDS ${HOU_PACKAGE_OUTPUTS}
+    COMMENT "Compiling the hou package" VERBATIM)
+install(FILES ${HOU_PACKAGE_COMPILED} DESTINATION ${KORVAN_PYTHON_DIR}/hou/__pycache__)
+
+add_custom_target(hou_package ALL DEPENDS ${HOU_PACKAGE_OUTPUTS} ${HOU_PACKAGE_COMPILED})
 # The library is of no use without the package; its target does not exist yet while this file is read.
 cmake_language(DEFER CALL add_dependencies HoudiniOP2 hou_package)

@@ -3,6 +3,7 @@
 #include "interface_text.h"
 #include "operator_facts.h"
 #include "output.h"
+#include "progress.h"
 #include "text.h"
 
 #include <OP/OP_Operator.h>
@@ -53,13 +54,18 @@ std::vector<TableFacts> readTables(const Session& session, const std::vector<std
 {
     const std::set<std::string> wanted(asked.begin(), asked.end());
     NodeSampler sampler;
+    Progress progress("describing", "types");
     std::vector<TableFacts> tables;
     for (const char* table : table_names)
     {
         tables.emplace_back(table, std::vector<OperatorFacts>());
         for (OP_Operator* op : session.operators(table))
-            if (wanted.empty() || wanted.count(op->getName().toStdString()))
-                tables.back().second.push_back(readOperator(*op, sampler));
+        {
+            if (!wanted.empty() && wanted.count(op->getName().toStdString()) == 0)
+                continue;
+            tables.back().second.push_back(readOperator(*op, sampler));
+            progress.step();
+        }
     }
     return tables;
 }

@@ -2,11 +2,14 @@
 #include "interface_json.h"
 #include "operator_facts.h"
 #include "output.h"
+#include "progress.h"
 #include "renderer_walk.h"
+#include "startup_timings.h"
 #include "text.h"
 
 #include <fmt/format.h>
 
+#include <algorithm>
 #include <map>
 
 namespace kshop
@@ -28,21 +31,24 @@ struct Listing
 {
     std::vector<std::pair<std::string, std::vector<Entry>>> tables;
     std::vector<UnregisteredEntry> unregistered;
+    StartupTimings timings;
 };
 
-Listing makeListing(const Session& session, const ListOptions& options)
+void fillListing(Listing& listing, const Session& session, const ListOptions& options)
 {
-    Listing listing;
     NodeSampler sampler;
+    Progress progress("looking at", "types");
     for (const char* table : table_names)
     {
         listing.tables.emplace_back(table, std::vector<Entry>());
         for (OP_Operator* op : session.operators(table))
+        {
             listing.tables.back().second.push_back({readOperator(*op, sampler)});
+            progress.step();
+        }
     }
     if (options.why)
         listing.unregistered = findUnregistered(session.operators("Vop"));
-    return listing;
 }
 
 std::string connectorCounts(const OperatorFacts& facts, const std::vector<ConnectorFacts>& connectors)
@@ -93,6 +99,50 @@ std::string unregisteredPart(const std::vector<UnregisteredEntry>& entries, cons
     return text + tableText(rows, "  ");
 }
 
+std::string shareText(double seconds, double total)
+{
+    return fmt::format("{:.1f} %", total > 0 ? 100 * seconds / total : 0);
+}
+
+std::string millisecondsText(double seconds) { return fmt::format("{:.3f} ms", 1000 * seconds); }
+
+/// One row for each kind of phase, slowest first.
+std::vector<std::vector<std::string>> kindRows(const std::vector<StartupPhase>& phases, double total)
+{
+    std::map<std::string, std::pair<std::size_t, double>> kinds;
+    for (const StartupPhase& phase : phases)
+    {
+        ++kinds[phase.phase].first;
+        kinds[phase.phase].second += phase.seconds;
+    }
+    std::vector<std::pair<std::string, std::pair<std::size_t, double>>> sorted(kinds.begin(), kinds.end());
+    std::stable_sort(sorted.begin(), sorted.end(),
+                     [](const auto& a, const auto& b) { return a.second.second > b.second.second; });
+    std::vector<std::vector<std::string>> rows;
+    for (const auto& [phase, sum] : sorted)
+        rows.push_back(
+            {phase, std::to_string(sum.first), millisecondsText(sum.second), shareText(sum.second, total)});
+    return rows;
+}
+
+std::string timingsPart(const StartupTimings& timings, const Style& style)
+{
+    const std::vector<StartupPhase> phases = timings.phases();
+    const double total = timings.totalSeconds();
+    double sum = 0;
+    std::vector<std::vector<std::string>> rows;
+    for (const StartupPhase& phase : phases)
+    {
+        rows.push_back({millisecondsText(phase.seconds), shareText(phase.seconds, total), phase.phase,
+                        printable(phase.subject)});
+        sum += phase.seconds;
+    }
+    return style.title("Start-up: " + millisecondsText(total)) + "\n" +
+           tableText(kindRows(phases, total), "  ") + "\n" + style.title("Slowest first") + "\n" +
+           tableText(rows, "  ") +
+           fmt::format("  {} in all, of {}\n", millisecondsText(sum), millisecondsText(total));
+}
+
 std::string listingText(const Listing& listing, const ListOptions& options, const Style& style)
 {
     std::string text;
@@ -101,6 +151,8 @@ std::string listingText(const Listing& listing, const ListOptions& options, cons
     text += categoriesPart(listing, style);
     if (options.why)
         text += "\n" + unregisteredPart(listing.unregistered, style);
+    if (options.timings)
+        text += "\n" + timingsPart(listing.timings, style);
     return text;
 }
 
@@ -114,6 +166,14 @@ Json entryJson(const OperatorFacts& facts)
             {"outputs", facts.connectorsKnown ? Json(facts.outputs.size()) : unknown}};
 }
 
+Json timingsJson(const StartupTimings& timings)
+{
+    Json phases = Json::array();
+    for (const StartupPhase& phase : timings.phases())
+        phases.push_back({{"phase", phase.phase}, {"subject", phase.subject}, {"seconds", phase.seconds}});
+    return {{"total_seconds", timings.totalSeconds()}, {"phases", phases}};
+}
+
 Json listingJson(const Listing& listing, const ListOptions& options)
 {
     Json result = {{"tables", Json::object()}};
@@ -124,6 +184,8 @@ Json listingJson(const Listing& listing, const ListOptions& options)
             list.push_back(entryJson(entry.facts));
         result["tables"][table] = list;
     }
+    if (options.timings)
+        result["timings"] = timingsJson(listing.timings);
     if (!options.why)
         return result;
     result["unregistered"] = Json::array();
@@ -136,11 +198,12 @@ Json listingJson(const Listing& listing, const ListOptions& options)
 
 int runList(const GlobalOptions& global, const ListOptions& options)
 {
-    const Session session(global);
+    Listing listing;
+    const Session session(global, options.timings ? &listing.timings : nullptr);
     session.showComplaints();
     if (!session.hasPlugins())
         return exit_failure;
-    const Listing listing = makeListing(session, options);
+    fillListing(listing, session, options);
     return writeOut(options.json ? jsonText(listingJson(listing, options))
                                  : listingText(listing, options, Style::forStandardOutput()));
 }

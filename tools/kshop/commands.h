@@ -16,6 +16,7 @@ namespace kshop
 struct ListOptions
 {
     bool why = false;
+    bool timings = false;
     bool json = false;
 };
 int runList(const GlobalOptions& global, const ListOptions& options);
@@ -26,6 +27,21 @@ struct DescribeOptions
     bool json = false;
 };
 int runDescribe(const GlobalOptions& global, const DescribeOptions& options);
+
+struct DiffOptions
+{
+    std::string before; ///< what `describe --json` has written; "-" is standard input
+    std::string after;
+    bool json = false;
+};
+/// exit_ok when no scene can break, exit_failure when one could, exit_usage when a file cannot be compared.
+int runDiff(const DiffOptions& options);
+
+struct HelpPagesOptions
+{
+    std::string directory;
+};
+int runHelpPages(const GlobalOptions& global, const HelpPagesOptions& options);
 
 struct PythonOptions
 {

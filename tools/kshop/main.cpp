@@ -39,12 +39,24 @@ HOUDINI_PATH, HOUDINI_DSO_PATH, KORVAN_PLUGIN_PATH and KORVAN_CATALOGUE say wher
 const char* const list_examples = R"(Examples:
   kshop list              the types in table order, and how many there are of each category
   kshop list --why        and each renderer entry without a node type, with the reason
+  kshop list --timings    and where the time of the start-up went
   kshop list --json       for programs)";
 
 const char* const describe_examples = R"(Examples:
   kshop describe korvan::image korvan::noise   two types
   kshop describe                               all of them
   kshop describe --json korvan::image          for programs; with the messages of registration)";
+
+const char* const diff_examples =
+    R"(Exit status: 0 when every saved scene stays as it is, 1 when one could break, 2 when the files cannot be compared.
+
+Examples:
+  kshop describe --json > old.json        before the change
+  kshop describe --json | kshop diff old.json -
+  kshop diff --json old.json new.json     for programs)";
+
+const char* const help_pages_examples = R"(Examples:
+  kshop help-pages docs/shaders    index.html, and a page for each type where its help address points)";
 
 const char* const python_examples = R"(kshop python [--deltas FILE] [SCRIPT [ARG...]]
 
@@ -118,6 +130,8 @@ struct Options
     GlobalOptions global;
     ListOptions list;
     DescribeOptions describe;
+    DiffOptions diff;
+    HelpPagesOptions helpPages;
     PythonOptions python;
     EnvOptions env;
     TabOptions tab;
@@ -136,6 +150,7 @@ void addList(CLI::App& app, Options& options)
     CLI::App* command = app.add_subcommand("list", "The registered node types");
     command->add_flag("--why", options.list.why,
                       "Add each renderer entry without a node type, with the reason");
+    command->add_flag("--timings", options.list.timings, "Add where the time of the start-up went");
     addJson(*command, options.list.json);
     command->footer(list_examples);
     command->callback([&options]
@@ -152,6 +167,28 @@ void addDescribe(CLI::App& app, Options& options)
     command->callback(
         [&options]
         { options.command = [&options] { return runDescribe(options.global, options.describe); }; });
+}
+
+void addDiff(CLI::App& app, Options& options)
+{
+    CLI::App* command = app.add_subcommand("diff", "Which differences of two interfaces scenes would feel");
+    command->add_option("OLD", options.diff.before, "As 'describe --json' prints it; - is standard input")
+        ->required();
+    command->add_option("NEW", options.diff.after, "The same, later")->required();
+    addJson(*command, options.diff.json);
+    command->footer(diff_examples);
+    command->callback([&options] { options.command = [&options] { return runDiff(options.diff); }; });
+}
+
+void addHelpPages(CLI::App& app, Options& options)
+{
+    CLI::App* command = app.add_subcommand("help-pages", "Writes a help page for each node type");
+    command->add_option("DIR", options.helpPages.directory, "Where to; made when it does not exist")
+        ->required();
+    command->footer(help_pages_examples);
+    command->callback(
+        [&options]
+        { options.command = [&options] { return runHelpPages(options.global, options.helpPages); }; });
 }
 
 /// What looks like an option before the script is none that python has.
@@ -354,6 +391,8 @@ int runProgram(int argc, char** argv)
     app.require_subcommand(1);
     addList(app, options);
     addDescribe(app, options);
+    addDiff(app, options);
+    addHelpPages(app, options);
     addPython(app, options);
     addEnv(app, options);
     addTab(app, options);

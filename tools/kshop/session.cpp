@@ -1,12 +1,15 @@
 #include "session.h"
 
 #include "output.h"
+#include "progress.h"
+#include "startup_timings.h"
 #include "text.h"
 
 #include <OP/OP_Director.h>
 #include <OP/OP_OperatorTable.h>
 #include <kr_observe.h>
 #include <standin/host.h>
+#include <standin/startup.h>
 
 #include <fmt/format.h>
 
@@ -47,6 +50,26 @@ bool silenceStartup()
     return setenv(variable, "0", 1) == 0;
 }
 
+/// Starts the host while somebody may watch it: the person, unless the console tells them what goes on, and the timings.
+void startWatchedHost(bool showProgress, StartupTimings* timings)
+{
+    Progress progress("registering", "types");
+    standin::setStartupObserver(
+        [&](standin::StartupStep step, const std::string& subject)
+        {
+            if (timings)
+                timings->hostStep(step, subject);
+            if (showProgress && step == standin::StartupStep::addedOperator)
+                progress.step();
+        });
+    if (timings)
+        timings->begin();
+    standin::startHost();
+    if (timings)
+        timings->finish();
+    standin::setStartupObserver(nullptr);
+}
+
 } // namespace
 
 const char* severityWord(int severity)
@@ -57,13 +80,13 @@ const char* severityWord(int severity)
     return "info";
 }
 
-Session::Session(const GlobalOptions& options) : m_consoleWasSilent(silenceStartup())
+Session::Session(const GlobalOptions& options, StartupTimings* timings) : m_consoleWasSilent(silenceStartup())
 {
     if (!options.dso.empty())
         setenv("HOUDINI_DSO_PATH", options.dso.c_str(), 1);
     const int consoleFlags = KrMsgGetConsoleFlags();
     KrMsgSetObserver(keepMessage, &m_messages);
-    standin::startHost();
+    startWatchedHost(m_consoleWasSilent, timings);
     KrMsgSetObserver(nullptr, nullptr);
     if (m_consoleWasSilent)
     {

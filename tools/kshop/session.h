@@ -9,6 +9,8 @@ class OP_Operator;
 namespace kshop
 {
 
+class StartupTimings;
+
 /// One message that the renderer was asked to say.
 struct RendererMessage
 {
@@ -32,7 +34,8 @@ struct GlobalOptions
 class Session
 {
 public:
-    explicit Session(const GlobalOptions& options);
+    /// @param timings  gets to know where the time goes; null: nobody does
+    explicit Session(const GlobalOptions& options, StartupTimings* timings = nullptr);
 
     /// What was said during registration, in order.
     const std::vector<RendererMessage>& messages() const { return m_messages; }

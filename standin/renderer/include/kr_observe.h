@@ -63,6 +63,25 @@ KR_EXPORT int KrObserveGetNumLeftOut(void);
 /* `index` counts from 0; null when out of range. */
 KR_EXPORT const KtLeftOut* KrObserveGetLeftOut(int index);
 
+/* --- Where time goes ---------------------------------------------------------------------------------- */
+
+/* Long pieces of work: starting the renderer, opening a plug-in and letting it declare its entries, reading a metadata
+ * file, ending the renderer. */
+enum
+{
+    KR_WORK_START = 0,
+    KR_WORK_PLUGIN = 1,
+    KR_WORK_METADATA = 2,
+    KR_WORK_END = 3
+};
+
+/* Called when a piece of work begins (`done` false) and when it is over (`done` true). `subject` is the file; empty for
+ * KR_WORK_START and KR_WORK_END. */
+typedef void (*KtWorkObserver)(int work, const char* subject, bool done, void* user);
+
+/* Sets the one observer; null: none. It stays over KrEnd(). */
+KR_EXPORT void KrWorkSetObserver(KtWorkObserver observer, void* user);
+
 KR_DECLS_END
 
 #endif

@@ -1,8 +1,10 @@
 // Metadata files (.mtd): TOML, a table per node entry, its parameters' tables under "parameters".
 // What is left out of them is said, and noted for KrObserveGetLeftOut().
+#include "kr_observe.h"
 #include "read_file.h"
 #include "toml.h"
 #include "universe.h"
+#include "work.h"
 
 #include <algorithm>
 #include <cerrno>
@@ -343,6 +345,7 @@ bool KrMetaDataLoadFile(const char* file)
     zelk::renderer::Universe* universe = zelk::renderer::Universe::require("KrMetaDataLoadFile");
     if (!universe)
         return false;
+    const zelk::renderer::Work work(KR_WORK_METADATA, file);
     try
     {
         return zelk::renderer::loadFile(*universe, file);

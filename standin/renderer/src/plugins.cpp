@@ -1,6 +1,8 @@
 // Opening plug-ins.
+#include "kr_observe.h"
 #include "shared_object.h"
 #include "universe.h"
+#include "work.h"
 
 #include <dlfcn.h>
 
@@ -98,6 +100,7 @@ void Universe::loadPlugin(const std::string& file)
     const std::string path = realPath(file);
     if (isLoaded(path))
         return;
+    const Work work(KR_WORK_PLUGIN, file.c_str());
     if (const std::optional<CutOff> cut = findCutOff(file))
     {
         KrMsgError(

@@ -1,5 +1,8 @@
 #include "universe.h"
 
+#include "kr_observe.h"
+#include "work.h"
+
 #include <memory>
 
 const KtParamEntry* KtNodeEntry::findParam(std::string_view paramName) const
@@ -79,12 +82,15 @@ void KrBegin(void)
 {
     if (session().begins++ > 0)
         return;
+    const zelk::renderer::Work work(KR_WORK_START, "");
     session().universe = std::make_unique<zelk::renderer::Universe>();
     zelk::renderer::declareBuiltins();
 }
 
 void KrEnd(void)
 {
-    if (session().begins > 0 && --session().begins == 0)
-        session().universe.reset();
+    if (session().begins == 0 || --session().begins > 0)
+        return;
+    const zelk::renderer::Work work(KR_WORK_END, "");
+    session().universe.reset();
 }

@@ -2,6 +2,7 @@
 
 #include "paths.h"
 #include "shared_object.h"
+#include "startup_steps.h"
 
 #include <CMD/CMD_Manager.h>
 #include <OP/OP_Node.h>
@@ -224,7 +225,9 @@ void runHooks(const char* hook, const std::string& purpose, Argument& argument)
             continue;
         const std::string outer = registry().running;
         registry().running = plugin.report.path;
+        tellStartup(StartupStep::enteringHook, hook);
         const std::string thrown = thrownBy([&] { function(&argument); });
+        tellStartup(StartupStep::leavingHook, hook);
         registry().running = outer;
         if (!thrown.empty())
             report(Severity::Error, "The plug-in " + plugin.report.path + " failed in " + hook + ", which " +
@@ -249,7 +252,11 @@ void openPlugins()
         return;
     registry().opened = true;
     for (const std::string& path : pluginFiles(pluginPathEntries()))
+    {
+        tellStartup(StartupStep::openingPlugin, path);
         takePlugin(path);
+        tellStartup(StartupStep::openedPlugin, path);
+    }
 }
 
 void runTableHooks(const TableRow& row, OP_OperatorTable& table)
@@ -263,8 +270,10 @@ std::string runningPlugin() { return registry().running; }
 
 void rememberOperator(const OP_Operator& op)
 {
-    if (!registry().running.empty())
-        registry().origins[&op] = registry().running;
+    if (registry().running.empty())
+        return;
+    registry().origins[&op] = registry().running;
+    tellStartup(StartupStep::addedOperator, op.getName());
 }
 
 void forgetOperator(const OP_Operator& op) { registry().origins.erase(&op); }
