@@ -12,7 +12,7 @@ function languageChoice(current) {
 }
 
 /** Opens the panel beside `anchor`. `expression` is {text, language, error} or null; `apply` gets text and language. */
-export function editExpression(anchor, { channel, expression, apply, remove }) {
+export function editExpression(anchor, { at, channel, expression, apply, remove }) {
   const text = el("textarea", { class: "entry code", rows: 4, cols: 44, spellcheck: "false",
                                 "aria-label": `Expression of ${channel}` });
   text.value = expression?.text ?? "";
@@ -29,5 +29,5 @@ export function editExpression(anchor, { channel, expression, apply, remove }) {
        expression ? button("Remove", remove) : null,
        button("Cancel", () => closePopup()),
        button("Apply", done, { class: "primary", title: "Apply (Ctrl+Enter)" })));
-  if (openPopup(anchor, content, { label: `Expression of ${channel}` })) text.focus();
+  if (openPopup(anchor, content, { label: `Expression of ${channel}`, at })) text.focus();
 }

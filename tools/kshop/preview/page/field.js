@@ -126,7 +126,7 @@ export class Field {
   openExpression(i) {
     const channel = this.parm.channels[i];
     const expression = this.parm.expressions[i];
-    editExpression(this.more, { channel, expression,
+    editExpression(this.more, { at: this.body, channel, expression,
       apply: (text, language) => {
         closePopup();
         this.send({ action: "expression", channel, text, language });

@@ -2,7 +2,7 @@
 
 import { Tabs } from "./tabs.js";
 import { ParmList } from "./parm_list.js";
-import { el, setText } from "./dom.js";
+import { arrange, el, setText } from "./dom.js";
 import { isShown } from "./field.js";
 
 export class HeadingField {
@@ -63,5 +63,33 @@ export class FolderField {
   choose(index) {
     this.fill(index);
     this.desk.edit({ action: "set", token: this.parm.token, value: index }).catch(() => {});  // the page has turned already
+  }
+}
+
+/** A folder that is no tabs: its groups one below the other in a frame, which can be closed when it is collapsible. */
+export class GroupField {
+  constructor(parm, desk) {
+    this.desk = desk;
+    this.groups = [];
+    this.frame = parm.style === "collapsible" ? el("details", { class: "group-frame", open: true }) : el("div", { class: "group-frame" });
+    this.element = el("div", { class: "field folder-field", role: "group", "aria-label": parm.label, data: { token: parm.token ?? "" } }, this.frame);
+  }
+
+  update(parm) {
+    this.parm = parm;
+    this.element.hidden = !isShown(parm);
+    while (this.groups.length < parm.tabs.length) this.groups.push(this.makeGroup());
+    this.groups.length = parm.tabs.length;
+    arrange(this.frame, this.groups.flatMap(({ title, rows }) => [title, rows]));
+    parm.tabs.forEach((tab, i) => {
+      setText(this.groups[i].title, tab.label);
+      this.groups[i].list.update(tab.parms);
+    });
+  }
+
+  makeGroup() {
+    const closes = this.frame instanceof HTMLDetailsElement && this.groups.length === 0;
+    const rows = el("div");
+    return { title: el(closes ? "summary" : "h3", { class: "group-title" }), rows, list: new ParmList(rows, this.desk) };
   }
 }

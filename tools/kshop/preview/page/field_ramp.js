@@ -27,7 +27,7 @@ export class RampField extends Field {
     this.interpolation = button("", () => this.openInterpolations(), { class: "menu-button", "aria-haspopup": "listbox", "aria-expanded": "false" });
     return el("div", { class: "key-line" }, this.which, this.add, this.remove,
               el("label", { class: "pair" }, el("span", { text: "Position" }), this.position.element),
-              this.isColor ? this.makeColor() : this.makeValue(), this.interpolation);
+              ...(this.isColor ? [this.interpolation, this.makeColor()] : [this.makeValue(), this.interpolation]));
   }
 
   makeValue() {

@@ -18,7 +18,7 @@ function rowsOf(parms) {
 
 /** Two parameters of one shape can be shown by one field. */
 function shapeOf(parm) {
-  return [parm.kind, parm.token, parm.size, parm.ramp, parm.slider, parm.menu?.kind].join("|");
+  return [parm.kind, parm.token, parm.size, parm.ramp, parm.slider, parm.style, parm.menu?.kind].join("|");
 }
 
 class Row {

@@ -28,8 +28,9 @@ export function closePopup({ refocus = true } = {}) {
   closed?.();
 }
 
-/** Opens `content` beside `anchor`. Esc and a click elsewhere close it; a second click on the anchor does too. */
-export function openPopup(anchor, content, { label, role = "dialog", closed } = {}) {
+/** Opens `content` beside `anchor`. Esc and a click elsewhere close it; a second click on the anchor does too.
+ *  `at`: the element below which it opens, when that is not the anchor. */
+export function openPopup(anchor, content, { label, role = "dialog", closed, at = anchor } = {}) {
   const again = open?.anchor === anchor;
   closePopup();
   if (again) return null;
@@ -45,7 +46,7 @@ export function openPopup(anchor, content, { label, role = "dialog", closed } = 
   };
   document.addEventListener("pointerdown", outside, true);
   document.body.append(box);
-  place(box, anchor);
+  place(box, at);
   if (anchor.hasAttribute("aria-expanded")) anchor.setAttribute("aria-expanded", "true");
   open = { box, anchor, closed, outside };
   return box;
