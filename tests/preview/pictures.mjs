@@ -3,7 +3,7 @@
 
 import fs from "node:fs";
 import path from "node:path";
-import { Preview, closeBrowser, openScene } from "./preview_case.mjs";
+import { Preview, closeBrowser, openScene } from "./scene.mjs";
 
 const WIDE = { width: 1280, height: 800 };
 

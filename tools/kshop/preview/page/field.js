@@ -20,7 +20,7 @@ export class Field {
     this.body = el("div", { class: "body" });
     this.error = el("p", { class: "error", role: "alert", hidden: true });
     this.more = button("⋮", () => this.openMore(), { class: "more", title: "More", "aria-haspopup": "menu" });
-    this.element = el("div", { class: `field ${parm.kind}`, role: "group", "aria-labelledby": this.id,
+    this.element = el("div", { class: `field kind-${parm.kind}`, role: "group", "aria-labelledby": this.id,
                                data: { token: parm.token ?? "" },
                                onfocusin: (event) => this.focused(event), onpointerenter: () => desk.help(this.parm),
                                onpointerleave: () => desk.help(null),

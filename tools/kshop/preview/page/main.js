@@ -140,6 +140,7 @@ class Page {
 
   async followOnce() {
     const again = this.generation !== undefined;
+    if (!again) this.side.records.add((await api.records(0)).records.map(({ record }) => record));
     const { generation, reason } = again ? await api.wait(this.generation) : {};
     if (again) this.found();
     if (again && generation === this.generation) return;

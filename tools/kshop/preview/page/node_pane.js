@@ -57,16 +57,18 @@ export class NodePane {
 
   showTitle(node) {
     const link = node.help_url ? el("a", { href: safeLink(node.help_url), target: "_blank", rel: "noreferrer", text: "Help", title: node.help_url }) : null;
-    const errors = (node.errors ?? []).map((text) => el("p", { class: "error", text }));
+    arrange(byId("title-errors"), (node.errors ?? []).map((text) => el("p", { class: "error", text })));
+    byId("title-errors").hidden = !node.errors?.length;
     arrange(byId("title"), [el("h2", { text: node.label }), el("code", { text: node.type }), el("span", { class: "quiet", text: node.path }),
                             el("span", { class: "grow" }), ...(anyChanged(node.parms) ? [el("span", { class: "edited", text: "edited" })] : []),
-                            ...(link ? [link] : []), ...errors]);
+                            ...(link ? [link] : [])]);
   }
 
   /** The type is gone. */
   clear(sentence) {
     this.node = undefined;
     arrange(byId("title"), []);
+    byId("title-errors").hidden = true;
     arrange(byId("parms"), [el("p", { class: "quiet empty", text: sentence })]);
     this.help.idle();
   }

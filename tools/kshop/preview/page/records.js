@@ -38,7 +38,7 @@ function parmRow(name, { type, value }) {
 function recordCard(record) {
   const copy = button("Copy", () => navigator.clipboard?.writeText(JSON.stringify(record)), { class: "small copy", title: "Copy the record" });
   return el("article", { class: "record" },
-            el("header", {}, el("b", { text: record.node_path }), el("span", { class: "quiet", text: record.entry_name }),
+            el("header", {}, el("b", { text: record.node_path.split("/").pop(), title: record.node_path }), el("span", { class: "quiet", text: record.entry_name }),
                el("span", { class: "grow" }), copy),
             ...Object.entries(record.parms).map(([name, parm]) => parmRow(name, parm)));
 }

@@ -33,7 +33,8 @@ export class Tile {
   update(node) {
     this.node = node;
     setText(this.name, node.name);
-    setText(this.detail, `${node.inputs.length} in · ${node.outputs.length} out${node.lod ? ` · ${node.lod} detail` : ""}`);
+    setText(this.detail, `${node.inputs.length} in · ${node.outputs.length} out`);
+    this.detail.title = node.lod ? `Level of detail: ${node.lod}` : "";
     arrange(this.inputs, node.inputs.map((input, i) => this.inputItem(input, i)));
     arrange(this.outputs, node.outputs.map((output) => el("li", { class: "connector", title: `${output.name}: ${output.type_name}` },
                                                           el("span", { class: "connector-label", text: output.label || output.name }), dot(output))));
