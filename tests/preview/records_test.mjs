@@ -60,6 +60,32 @@ pageTest("undo and redo go through the edits, by button and by key", NUMBERS, as
   await s.shows(s.entry("soft"), "0.75");
 });
 
+pageTest("a drag is one step of undo, and the edit before it another", NUMBERS, async (s) => {
+  await s.write(s.entry("soft"), "0.75");
+  await s.nodeHas("soft", { values: [0.75] });
+  const box = await s.field("soft").getByRole("slider").boundingBox();
+  const to = async (part) => {
+    await s.page.mouse.move(box.x + box.width * part, box.y + box.height / 2);
+    await s.page.waitForTimeout(100);
+  };
+  await to(0.2);
+  await s.page.mouse.down();
+  for (const part of [0.3, 0.4, 0.5, 0.6, 0.7]) await to(part);
+  await s.page.mouse.up();
+  await eventually(async () => assert.ok(await s.page.locator(".record").count() > 3));
+  await eventually(async () => assert.ok((await s.parm("soft")).values[0] > 2));
+  await s.page.getByRole("button", { name: "Undo" }).click();
+  await s.shows(s.entry("soft"), "0.75");
+  await s.nodeHas("soft", { values: [0.75] });
+  await s.page.getByRole("button", { name: "Undo" }).click();
+  await s.nodeHas("soft", { values: [0.5] });
+});
+
+pageTest("an edit of which a render hears nothing is told as one", "korvan::curve", async (s) => {
+  await s.write(s.field("profile").getByLabel("Value", { exact: true }).first(), "0.4");
+  await s.says(s.page.getByRole("log", { name: "Change records" }), "a running render is told nothing");
+});
+
 pageTest("Ctrl+Z in a field where somebody types is the browser's", NUMBERS, async (s) => {
   await s.write(s.entry("soft"), "0.75");
   await s.nodeHas("soft", { values: [0.75] });

@@ -51,9 +51,10 @@ export class Edits {
 }
 
 let gestures = 0;
+const here = crypto.getRandomValues(new Uint32Array(1))[0].toString(36);  // another tab has other gestures
 
 /** A name for what belongs together: the edits of one drag are one step of undo. */
 export function newGesture() {
   gestures += 1;
-  return `g${gestures}`;
+  return `${here}.${gestures}`;
 }

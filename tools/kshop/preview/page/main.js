@@ -14,6 +14,18 @@ const RETRY = 1000;  // milliseconds between attempts to reach a server that is 
 const byId = (id) => document.getElementById(id);
 const sleep = (time) => new Promise((resolve) => { setTimeout(resolve, time); });
 
+const TELLING = new Set(["set", "ramp", "count", "insert", "remove"]);  // actions that a render may want to hear of
+
+// An edit that was taken and sent no record. Turning to another tab of a folder is none.
+function isSilent(answer, body) {
+  const isTab = body.action === "set" && body.token && hasFolder(answer.node?.parms ?? [], body.token);
+  return TELLING.has(body.action) && !answer.records?.length && !answer.errors?.length && !isTab;
+}
+
+function hasFolder(parms, token) {
+  return parms.some((parm) => parm.kind === "folder" && (parm.token === token || parm.tabs.some((tab) => hasFolder(tab.parms, token))));
+}
+
 class Page {
   constructor() {
     this.types = [];
@@ -66,6 +78,7 @@ class Page {
   applied(answer, body) {
     if (answer.node && body.type === this.type) this.pane.update(answer.node);
     this.side.records.add(answer.records ?? []);
+    if (isSilent(answer, body)) this.side.records.addSilence(body.token ?? body.channel);
     this.side.console.add(answer.console ?? "");
     for (const error of answer.errors ?? []) this.side.console.add(error, "error");
   }

@@ -62,6 +62,13 @@ export class Records {
     this.changed(this.count);
   }
 
+  /** Notes that an edit of `name` sent nothing, which is no mistake but worth knowing. */
+  addSilence(name) {
+    if (this.list.firstChild?.dataset.silent === name) return;
+    this.list.prepend(el("p", { class: "record quiet", data: { silent: name } }, el("code", { text: name }), " was edited; a running render is told nothing."));
+    this.empty.hidden = true;
+  }
+
   clear() {
     this.list.replaceChildren();
     this.count = 0;
