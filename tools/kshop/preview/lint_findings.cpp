@@ -1,8 +1,11 @@
 #include "preview/lint_findings.h"
 
+#include "lint/finding_json.h"
+#include "lint/lint.h"
+
 namespace kshop
 {
 
-Json lintFindings() { return {{"findings", Json::array()}}; }
+Json lintFindings() { return findingsJson(lint({})); }
 
 } // namespace kshop

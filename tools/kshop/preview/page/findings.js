@@ -26,16 +26,18 @@ export function findingBlock(finding, open) {
   const where = [bareName(finding.shader), finding.parameter].filter(Boolean).join(" · ");
   return el("article", { class: `finding ${finding.severity}`, data: { rule: finding.rule } },
             el("header", {}, el("b", { class: "severity", text: finding.severity }), el("span", { text: where }), el("span", { class: "grow" }),
-               open ? button(placeText(finding), () => open(finding), { class: "link", title: "Show the line" }) : el("code", { class: "quiet", text: finding.rule })),
+               open ? button(placeText(finding), () => open(finding), { class: "link", title: "Show the line" }) : el("code", { class: "quiet", text: placeText(finding) || finding.rule })),
             el("p", { text: finding.message }),
             finding.effect ? el("p", { class: "effect", text: finding.effect }) : null,
             finding.remedy ? el("p", { class: "remedy", text: finding.remedy }) : null);
 }
 
 export class Findings {
-  /** `open` shows a finding's line; `changed` hears the findings after each reading. */
-  constructor(element, { open, changed }) {
+  /** `open` shows a finding's line, if `canOpen` says that its file is there; `changed` hears the findings after each
+   *  reading. */
+  constructor(element, { open, canOpen, changed }) {
     this.open = open;
+    this.canOpen = canOpen;
     this.changed = changed;
     this.all = [];
     this.onlyThis = el("input", { type: "checkbox", onchange: () => this.show() });
@@ -62,7 +64,7 @@ export class Findings {
     const words = NAMES.map(([severity, one, many]) => [count(severity), count(severity) === 1 ? one : many]);
     setText(this.summary, shown.length ? words.filter(([n]) => n).map(([n, word]) => `${n} ${word}`).join(", ") : "Lint has nothing to say.");
     const sorted = [...shown].sort((a, b) => WEIGHT[b.severity] - WEIGHT[a.severity]);
-    arrange(this.list, sorted.map((finding) => findingBlock(finding, finding.file ? this.open : null)));
+    arrange(this.list, sorted.map((finding) => findingBlock(finding, this.canOpen(finding) ? this.open : null)));
   }
 
   ofShader(type) {

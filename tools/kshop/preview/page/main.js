@@ -124,9 +124,10 @@ class Page {
     this.notice(state.notice);
     this.side.console.addMessages(state.messages ?? []);
     this.tree.setTypes(this.types);
+    this.side.setFiles(this.files);
     await this.open(this.wanted());
     await this.judge();
-    this.side.refresh(this.files);
+    this.side.refresh();
   }
 
   async judge() {

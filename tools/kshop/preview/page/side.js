@@ -19,7 +19,8 @@ export class Side {
     const panel = (i) => this.tabs.panels[i];
     this.records = new Records(panel(CHANGES), (count) => this.tabs.setBadge(CHANGES, count ? String(count) : ""));
     this.console = new Console(panel(CONSOLE), () => this.news(CONSOLE));
-    this.findings = new Findings(panel(FINDINGS), { open: (finding) => this.showFinding(finding), changed: (all) => this.judge(all, judged) });
+    this.findings = new Findings(panel(FINDINGS), {
+      open: (finding) => this.showFinding(finding), canOpen: (finding) => this.source.has(finding), changed: (all) => this.judge(all, judged) });
     this.source = new Source(panel(SOURCE));
     element.append(this.tabs.element);
   }
@@ -44,13 +45,17 @@ export class Side {
   }
 
   showFinding(finding) {
-    this.show(finding.line || finding.file ? SOURCE : FINDINGS);
-    this.source.showFinding(finding);
+    if (!this.source.has(finding)) return this.show(FINDINGS);
+    this.show(SOURCE);
+    return this.source.showFinding(finding);
   }
 
-  /** The files may have other lines now. */
-  refresh(files) {
+  setFiles(files) {
     this.source.setFiles(files);
+  }
+
+  /** The shown file may have other lines now. */
+  refresh() {
     if (this.tabs.index === SOURCE) this.source.refresh();
   }
 }

@@ -77,11 +77,18 @@ export class Source {
     arrange(this.lines, rows);
   }
 
+  fileOf(finding) {
+    return this.files.find((candidate) => candidate.path === finding.file);
+  }
+
+  /** True for a finding in a file that can be shown: metadata may also come from a plug-in or a catalogue. */
+  has(finding) {
+    return this.fileOf(finding) !== undefined;
+  }
+
   /** Shows the line of a finding. */
   async showFinding(finding) {
-    const file = this.files.find((candidate) => candidate.path === finding.file);
-    if (!file) return;
-    await this.load(file.id);
+    await this.load(this.fileOf(finding).id);
     const line = this.lines.querySelector(`[data-line="${finding.line ?? 1}"]`);
     line?.scrollIntoView({ block: "center" });
     line?.classList.add("flash");
