@@ -66,7 +66,7 @@ pageTest("a mistake is marked in the menu, at the field, in the list, and below 
   assert.ok(await line.evaluate((e) => e.nextElementSibling.classList.contains("finding")));
   s.preview.writeMetadata(METADATA);
   await s.field("hard").locator(".mark.error").waitFor({ state: "hidden" });
-  await eventually(async () => assert.equal(await s.page.locator(".source .finding").count(), 0));
+  await eventually(async () => assert.equal(await s.page.locator(".source .finding.error").count(), 0));
 });
 
 pageTest("a syntax error leaves the page alive and is told", NUMBERS, async (s) => {

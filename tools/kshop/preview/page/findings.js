@@ -21,12 +21,12 @@ export function placeText(finding) {
   return finding.line ? `${file}:${finding.line}` : file;
 }
 
-/** A finding as a small block: message, what the artist will see, what to do. */
-export function findingBlock(finding, open) {
+/** A finding as a small block: message, what the artist will see, what to do; its corner opens the line, or says `corner`. */
+export function findingBlock(finding, { open, corner = finding.rule } = {}) {
   const where = [bareName(finding.shader), finding.parameter].filter(Boolean).join(" · ");
   return el("article", { class: `finding ${finding.severity}`, data: { rule: finding.rule } },
             el("header", {}, el("b", { class: "severity", text: finding.severity }), el("span", { text: where }), el("span", { class: "grow" }),
-               open ? button(placeText(finding), () => open(finding), { class: "link", title: "Show the line" }) : el("code", { class: "quiet", text: placeText(finding) || finding.rule })),
+               open ? button(placeText(finding), () => open(finding), { class: "link", title: "Show the line" }) : el("code", { class: "quiet", text: corner })),
             el("p", { text: finding.message }),
             finding.effect ? el("p", { class: "effect", text: finding.effect }) : null,
             finding.remedy ? el("p", { class: "remedy", text: finding.remedy }) : null);
@@ -64,7 +64,7 @@ export class Findings {
     const words = NAMES.map(([severity, one, many]) => [count(severity), count(severity) === 1 ? one : many]);
     setText(this.summary, shown.length ? words.filter(([n]) => n).map(([n, word]) => `${n} ${word}`).join(", ") : "Lint has nothing to say.");
     const sorted = [...shown].sort((a, b) => WEIGHT[b.severity] - WEIGHT[a.severity]);
-    arrange(this.list, sorted.map((finding) => findingBlock(finding, this.canOpen(finding) ? this.open : null)));
+    arrange(this.list, sorted.map((finding) => findingBlock(finding, this.canOpen(finding) ? { open: this.open } : { corner: placeText(finding) })));
   }
 
   ofShader(type) {
