@@ -16,6 +16,7 @@ target_sources(kshop PRIVATE
     preview/export.cpp
     preview/file_watch.cpp
     preview/front_requests.cpp
+    preview/gesture.cpp
     preview/guard.cpp
     preview/http_server_module.cpp
     preview/kept_edits.cpp

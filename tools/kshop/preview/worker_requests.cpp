@@ -118,6 +118,7 @@ Json WorkerRequests::nodes(const Json&)
 Json WorkerRequests::edit(const Json& request)
 {
     const Json& body = member(request, "body");
+    m_gesture.follow(body);
     const std::vector<std::string> errors = applyEdit(m_scene, body);
     const std::string type = textMember(body, "type");
     if (textMember(body, "action") == "reset_all")

@@ -1,6 +1,7 @@
 #ifndef KSHOP_PREVIEW_WORKER_REQUESTS_H
 #define KSHOP_PREVIEW_WORKER_REQUESTS_H
 
+#include "preview/gesture.h"
 #include "preview/kept_edits.h"
 #include "preview/node_view.h"
 #include "preview/record_log.h"
@@ -41,6 +42,7 @@ private:
 
     const Session& m_session;
     PreviewScene m_scene;
+    Gesture m_gesture;
     KeptEdits m_kept;
     RecordLog m_records;
     std::optional<ParameterNames> m_names; ///< read when first needed

@@ -1,0 +1,73 @@
+// Makes the pictures of the documents from the running page: node pictures.mjs DIRECTORY [NAME...]
+// A picture is a row of the table: the type to show, what is done before, and the part of the page that is kept.
+
+import fs from "node:fs";
+import path from "node:path";
+import { Preview, closeBrowser, openScene } from "./scene.mjs";
+
+const WIDE = { width: 1280, height: 800 };
+
+const FAULTY = `["zelk__image"]
+"houdini.parm.folder.tabs" = "File;9;Sequence;2;Placement;6;Color;3"
+
+["zelk__image".parameters.gamma]
+"houdini.lable" = "Display Gamma"
+min = 4
+max = 2
+`;
+
+async function overview(s) {
+  await s.tab("Specular");
+  await s.write(s.entry("specular_roughness"), "0.35");
+  await s.nodeHas("specular_roughness", { values: [0.35] });
+  await s.tab("Base");
+  await s.field("base_color").locator(".swatch").click();
+  await s.write(s.page.getByLabel("Hexadecimal"), "#d8733a");
+  await s.page.keyboard.press("Escape");
+  await s.write(s.entry("base"), "0.65");
+  await s.nodeHas("base", { values: [0.65] });
+  await s.entry("base").hover();
+}
+
+async function ramp(s) {
+  const track = await s.field("stops").locator(".ramp-track").boundingBox();
+  await s.page.mouse.click(track.x + track.width * 0.4, track.y + 8);
+  await s.field("stops").getByRole("button", { name: "Choose the key's colour" }).click();
+  await s.write(s.page.getByLabel("Hexadecimal"), "#e0703a");
+  await s.page.waitForTimeout(300);
+}
+
+async function lint(s) {
+  await s.tab("Findings");
+  await s.page.locator(".finding .link").first().click();
+  await s.page.waitForTimeout(1500);
+}
+
+const PICTURES = [
+  { name: "preview", type: "korvan::standard_surface", before: overview, look: { colorScheme: "light" } },
+  { name: "preview-dark", type: "korvan::image", before: async (s) => s.entry("gamma").hover(), look: { colorScheme: "dark" } },
+  { name: "preview-ramp", type: "korvan::gradient", before: ramp, look: { colorScheme: "dark", viewport: { width: 1280, height: 560 } } },
+  { name: "preview-lint", type: "korvan::image", before: lint, metadata: FAULTY, look: { colorScheme: "light" } },
+];
+
+async function take(picture, directory) {
+  const preview = new Preview({ catalogue: { nodes: [] }, metadata: picture.metadata ?? "" });
+  try {
+    const scene = await openScene(picture.type, { preview, viewport: WIDE, ...picture.look });
+    await picture.before(scene);
+    await scene.page.evaluate(() => document.fonts.ready);
+    const file = path.join(directory, `${picture.name}.png`);
+    await scene.page.screenshot({ path: file, animations: "disabled", caret: "hide" });
+    await scene.page.context().close();
+    console.log(`${file}: ${Math.round(fs.statSync(file).size / 1024)} kB`);
+  } finally {
+    await preview.remove();
+  }
+}
+
+const [directory, ...names] = process.argv.slice(2);
+fs.mkdirSync(directory, { recursive: true });
+for (const picture of PICTURES) {
+  if (names.length === 0 || names.includes(picture.name)) await take(picture, directory);
+}
+await closeBrowser();
