@@ -38,7 +38,7 @@ Shaders textures()
              constant(boolParm("sequence", false)),
              constant(intParm("frame", 1)),
              point2Parm("uv", 0, 0),
-             constant(stringParm("uv_set", "")),
+             constant(stringParm("uv_set", "uv")),
              enumParm("wrap_u", {"periodic", "clamp", "mirror", "black"}, 0),
              enumParm("wrap_v", {"periodic", "clamp", "mirror", "black"}, 0),
              point2Parm("scale", 1, 1),
