@@ -106,6 +106,10 @@ class Files(LintCase):
         self.metadata(parameter("f", "min = 0"), "b.mtd")
         self.assertNotIn("[min-above-max]", self.run_lint(early).stdout)
 
+    def test_that_are_named_twice_are_wrong_once(self):
+        file = self.write("elsewhere/mine.mtd", "oops\n")
+        self.assertIn("1 error,", self.run_lint(file, file).stdout)
+
     def test_leave_nothing_behind(self):
         temporary = self.scratch / "tmp"
         temporary.mkdir()

@@ -29,6 +29,7 @@ const char* const program_examples = R"(Examples:
   kshop list                                  what was registered
   kshop describe korvan::image                one type's whole interface
   kshop describe --json > interface.json      everything, for programs
+  kshop lint my_shader.mtd                    mistakes in a shader's metadata
   kshop python my_network.py                  a script inside the host, with hou
   kshop --dso build/dso/korvan_shop.so list   with another plug-in
 

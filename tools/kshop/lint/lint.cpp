@@ -104,6 +104,9 @@ std::vector<Finding> lint(const LintOptions& options)
         keepThoseOf(options.files, library, findings);
     std::sort(findings.begin(), findings.end(),
               [](const Finding& a, const Finding& b) { return rankOf(a) < rankOf(b); });
+    // A file that is loaded twice is wrong once.
+    const auto isSame = [](const Finding& a, const Finding& b) { return rankOf(a) == rankOf(b); };
+    findings.erase(std::unique(findings.begin(), findings.end(), isSame), findings.end());
     return findings;
 }
 
