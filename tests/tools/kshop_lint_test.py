@@ -135,8 +135,8 @@ class Json(LintCase):
     def validator(self):
         import jsonschema
         schema = json.loads(SCHEMA.read_text(encoding="utf-8"))
-        jsonschema.Draft7Validator.check_schema(schema)
-        return jsonschema.Draft7Validator(schema)
+        jsonschema.Draft202012Validator.check_schema(schema)
+        return jsonschema.Draft202012Validator(schema)
 
     def findings(self, *arguments):
         return json.loads(self.run_lint("--json", *arguments).stdout)
