@@ -19,7 +19,7 @@ STANDARD = CXX_LIBRARY | C_LIBRARY
 # What C++17 code for one platform may use besides.
 PLATFORM = STANDARD | set(
     "any charconv filesystem optional string_view variant cxxabi.h dirent.h dlfcn.h elf.h fcntl.h fnmatch.h glob.h link.h "
-    "netdb.h poll.h pthread.h pwd.h signal.h strings.h termios.h unistd.h".split())
+    "netdb.h poll.h pthread.h pwd.h signal.h spawn.h strings.h termios.h unistd.h".split())
 PLATFORM_PREFIXES = ("sys/", "arpa/", "net/", "netinet/")
 
 HOST_LIBRARIES = ("UT/", "SYS/", "CH/", "PRM/", "CMD/", "PY/", "FS/", "OP/", "VOP/", "SHOP/")
@@ -35,7 +35,7 @@ ROOMS = (
          roots=("standin/renderer/include", "standin/renderer/src", "standin/renderer/shaders")),
     dict(room="standin/ipr", library=PLATFORM | {"kr.h", "zmq.h", "zmq.hpp", "msgpack.hpp"},
          prefixes=("msgpack/",) + PLATFORM_PREFIXES, roots=("standin/ipr/include", "standin/ipr/src")),
-    dict(room="tools", library=PLATFORM | set(RENDERER_HEADERS),
+    dict(room="tools", library=PLATFORM | set(RENDERER_HEADERS) | {"httplib.h"},
          prefixes=HOST_LIBRARIES + ("standin/", "zelk/ipr/", "CLI/", "fmt/", "nlohmann/") + PLATFORM_PREFIXES,
          roots=("tools",)),
 )

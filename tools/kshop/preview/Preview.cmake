@@ -35,7 +35,6 @@ target_link_libraries(kshop PRIVATE Threads::Threads ${CMAKE_DL_LIBS})
 
 # By itself, so that only the preview loads what the web server needs.
 add_library(kshop_http MODULE preview/http_server.cpp)
-target_include_directories(kshop_http PRIVATE ${CMAKE_CURRENT_SOURCE_DIR})
 target_link_libraries(kshop_http PRIVATE PkgConfig::KORVAN_HTTPLIB Threads::Threads zelk::warnings)
 set_target_properties(kshop_http PROPERTIES PREFIX "" CXX_VISIBILITY_PRESET hidden VISIBILITY_INLINES_HIDDEN ON)
 add_dependencies(kshop kshop_http)

@@ -1,8 +1,8 @@
-#include "commands.h"
-#include "interruption.h"
-#include "output.h"
-#include "preview/front_requests.h"
-#include "text.h"
+#include "../commands.h"
+#include "../interruption.h"
+#include "../output.h"
+#include "../text.h"
+#include "front_requests.h"
 
 #include <fmt/format.h>
 

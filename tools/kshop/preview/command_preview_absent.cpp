@@ -1,5 +1,5 @@
-#include "commands.h"
-#include "output.h"
+#include "../commands.h"
+#include "../output.h"
 
 namespace kshop
 {

@@ -1,7 +1,7 @@
-#include "commands.h"
-#include "output.h"
-#include "preview/worker_line.h"
-#include "preview/worker_requests.h"
+#include "../commands.h"
+#include "../output.h"
+#include "worker_line.h"
+#include "worker_requests.h"
 
 #include <PY/PY_Python.h>
 #include <standin/python.h>

@@ -1,8 +1,8 @@
-#include "preview/edit_values.h"
+#include "edit_values.h"
 
-#include "preview/parm_facts.h"
-#include "preview/request_error.h"
-#include "text.h"
+#include "../text.h"
+#include "parm_facts.h"
+#include "request_error.h"
 
 #include <OP/OP_Node.h>
 #include <PRM/PRM_Parm.h>

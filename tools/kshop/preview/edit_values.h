@@ -1,7 +1,7 @@
 #ifndef KSHOP_PREVIEW_EDIT_VALUES_H
 #define KSHOP_PREVIEW_EDIT_VALUES_H
 
-#include "interface_json.h"
+#include "../interface_json.h"
 
 #include <cstdint>
 #include <string>

@@ -1,9 +1,9 @@
-#include "preview/edits.h"
+#include "edits.h"
 
-#include "preview/edit_values.h"
-#include "preview/parm_facts.h"
-#include "preview/request_error.h"
-#include "text.h"
+#include "../text.h"
+#include "edit_values.h"
+#include "parm_facts.h"
+#include "request_error.h"
 
 #include <CH/CH_Manager.h>
 #include <OP/OP_Node.h>

@@ -1,8 +1,8 @@
 #ifndef KSHOP_PREVIEW_EDITS_H
 #define KSHOP_PREVIEW_EDITS_H
 
-#include "interface_json.h"
-#include "preview/scene.h"
+#include "../interface_json.h"
+#include "scene.h"
 
 #include <string>
 #include <vector>

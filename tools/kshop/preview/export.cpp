@@ -1,7 +1,7 @@
-#include "preview/export.h"
+#include "export.h"
 
-#include "preview/parm_facts.h"
-#include "text.h"
+#include "../text.h"
+#include "parm_facts.h"
 
 #include <OP/OP_Network.h>
 #include <OP/OP_Operator.h>

@@ -1,6 +1,6 @@
-#include "preview/file_watch.h"
+#include "file_watch.h"
 
-#include "renderer_walk.h"
+#include "../renderer_walk.h"
 
 #include <standin/host.h>
 

@@ -1,7 +1,7 @@
-#include "preview/front_requests.h"
+#include "front_requests.h"
 
-#include "preview/request_error.h"
-#include "text.h"
+#include "../text.h"
+#include "request_error.h"
 
 #include <fmt/format.h>
 

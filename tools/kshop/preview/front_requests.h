@@ -1,10 +1,10 @@
 #ifndef KSHOP_PREVIEW_FRONT_REQUESTS_H
 #define KSHOP_PREVIEW_FRONT_REQUESTS_H
 
-#include "preview/guard.h"
-#include "preview/http_server.h"
-#include "preview/page_files.h"
-#include "preview/supervisor.h"
+#include "guard.h"
+#include "http_server.h"
+#include "page_files.h"
+#include "supervisor.h"
 
 namespace kshop
 {

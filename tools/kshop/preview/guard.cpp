@@ -1,6 +1,6 @@
-#include "preview/guard.h"
+#include "guard.h"
 
-#include "preview/request_error.h"
+#include "request_error.h"
 
 #include <sys/random.h>
 

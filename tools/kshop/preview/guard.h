@@ -1,7 +1,7 @@
 #ifndef KSHOP_PREVIEW_GUARD_H
 #define KSHOP_PREVIEW_GUARD_H
 
-#include "preview/http_server.h"
+#include "http_server.h"
 
 #include <string>
 

@@ -1,4 +1,4 @@
-#include "preview/http_server.h"
+#include "http_server.h"
 
 #include <httplib.h>
 

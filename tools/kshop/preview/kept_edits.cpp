@@ -1,7 +1,7 @@
-#include "preview/kept_edits.h"
+#include "kept_edits.h"
 
-#include "preview/parm_facts.h"
-#include "preview/request_error.h"
+#include "parm_facts.h"
+#include "request_error.h"
 
 #include <CH/CH_Manager.h>
 #include <OP/OP_Node.h>

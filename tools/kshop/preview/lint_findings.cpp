@@ -1,7 +1,7 @@
-#include "preview/lint_findings.h"
+#include "lint_findings.h"
 
-#include "lint/finding_json.h"
-#include "lint/lint.h"
+#include "../lint/finding_json.h"
+#include "../lint/lint.h"
 
 namespace kshop
 {

@@ -1,7 +1,7 @@
 #ifndef KSHOP_PREVIEW_LINT_FINDINGS_H
 #define KSHOP_PREVIEW_LINT_FINDINGS_H
 
-#include "interface_json.h"
+#include "../interface_json.h"
 
 namespace kshop
 {

@@ -1,6 +1,6 @@
-#include "preview/node_view.h"
+#include "node_view.h"
 
-#include "preview/parm_view.h"
+#include "parm_view.h"
 
 #include <OP/OP_Operator.h>
 #include <UT/UT_String.h>

@@ -1,8 +1,8 @@
 #ifndef KSHOP_PREVIEW_NODE_VIEW_H
 #define KSHOP_PREVIEW_NODE_VIEW_H
 
-#include "interface_json.h"
-#include "preview/scene.h"
+#include "../interface_json.h"
+#include "scene.h"
 
 #include <map>
 #include <set>

@@ -1,4 +1,4 @@
-#include "preview/page_files.h"
+#include "page_files.h"
 
 #include <standin/host.h>
 

@@ -1,4 +1,4 @@
-#include "preview/parm_facts.h"
+#include "parm_facts.h"
 
 #include <CH/CH_Manager.h>
 #include <OP/OP_Node.h>

@@ -1,6 +1,6 @@
-#include "preview/parm_view.h"
+#include "parm_view.h"
 
-#include "preview/parm_facts.h"
+#include "parm_facts.h"
 
 #include <OP/OP_Node.h>
 #include <PRM/PRM_ParmList.h>

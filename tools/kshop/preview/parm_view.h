@@ -1,7 +1,7 @@
 #ifndef KSHOP_PREVIEW_PARM_VIEW_H
 #define KSHOP_PREVIEW_PARM_VIEW_H
 
-#include "interface_json.h"
+#include "../interface_json.h"
 
 #include <set>
 #include <string>

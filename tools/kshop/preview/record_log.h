@@ -1,7 +1,7 @@
 #ifndef KSHOP_PREVIEW_RECORD_LOG_H
 #define KSHOP_PREVIEW_RECORD_LOG_H
 
-#include "interface_json.h"
+#include "../interface_json.h"
 
 #include <mutex>
 

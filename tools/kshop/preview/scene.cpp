@@ -1,8 +1,8 @@
-#include "preview/scene.h"
+#include "scene.h"
 
-#include "operator_facts.h"
-#include "preview/request_error.h"
-#include "text.h"
+#include "../operator_facts.h"
+#include "../text.h"
+#include "request_error.h"
 
 #include <OP/OP_Director.h>
 #include <OP/OP_Operator.h>

@@ -1,7 +1,7 @@
 #ifndef KSHOP_PREVIEW_SCENE_H
 #define KSHOP_PREVIEW_SCENE_H
 
-#include "session.h"
+#include "../session.h"
 
 #include <map>
 #include <string>

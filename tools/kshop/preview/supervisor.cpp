@@ -1,7 +1,7 @@
-#include "preview/supervisor.h"
+#include "supervisor.h"
 
-#include "output.h"
-#include "preview/request_error.h"
+#include "../output.h"
+#include "request_error.h"
 
 #include <fmt/format.h>
 

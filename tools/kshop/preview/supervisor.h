@@ -1,9 +1,9 @@
 #ifndef KSHOP_PREVIEW_SUPERVISOR_H
 #define KSHOP_PREVIEW_SUPERVISOR_H
 
-#include "interface_json.h"
-#include "preview/file_watch.h"
-#include "preview/worker_process.h"
+#include "../interface_json.h"
+#include "file_watch.h"
+#include "worker_process.h"
 
 #include <atomic>
 #include <condition_variable>

@@ -1,6 +1,6 @@
-#include "preview/worker_line.h"
+#include "worker_line.h"
 
-#include "output.h"
+#include "../output.h"
 
 #include <sys/socket.h>
 #include <sys/stat.h>

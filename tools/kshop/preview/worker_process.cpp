@@ -1,6 +1,6 @@
-#include "preview/worker_process.h"
+#include "worker_process.h"
 
-#include "preview/worker_line.h"
+#include "worker_line.h"
 
 #include <sys/socket.h>
 #include <sys/wait.h>

@@ -1,12 +1,12 @@
-#include "preview/worker_requests.h"
+#include "worker_requests.h"
 
-#include "preview/edit_values.h"
-#include "preview/edits.h"
-#include "preview/export.h"
-#include "preview/lint_findings.h"
-#include "preview/request_error.h"
-#include "renderer_walk.h"
-#include "text.h"
+#include "../renderer_walk.h"
+#include "../text.h"
+#include "edit_values.h"
+#include "edits.h"
+#include "export.h"
+#include "lint_findings.h"
+#include "request_error.h"
 
 #include <OP/OP_Node.h>
 

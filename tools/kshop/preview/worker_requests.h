@@ -1,12 +1,12 @@
 #ifndef KSHOP_PREVIEW_WORKER_REQUESTS_H
 #define KSHOP_PREVIEW_WORKER_REQUESTS_H
 
-#include "preview/gesture.h"
-#include "preview/kept_edits.h"
-#include "preview/node_view.h"
-#include "preview/record_log.h"
-#include "preview/scene.h"
-#include "session.h"
+#include "../session.h"
+#include "gesture.h"
+#include "kept_edits.h"
+#include "node_view.h"
+#include "record_log.h"
+#include "scene.h"
 
 #include <optional>
 #include <string>
