@@ -41,9 +41,9 @@ option(KORVAN_OLD_STRINGS "Build with the C++ library's old string ABI, that of 
 if(KORVAN_OLD_STRINGS)
     add_compile_definitions(_GLIBCXX_USE_CXX11_ABI=0)
     set(KORVAN_GOOGLETEST_SOURCES /usr/src/googletest CACHE PATH "Sources of GoogleTest")
-    if(KORVAN_BENCH)
-        message(FATAL_ERROR "The benchmarks link a library with the new string ABI: give -DKORVAN_BENCH=OFF "
-                            "with -DKORVAN_OLD_STRINGS=ON.")
+    if(KORVAN_BENCH OR KORVAN_PREVIEW)
+        message(FATAL_ERROR "The benchmarks and the preview link libraries with the new string ABI: give "
+                            "-DKORVAN_BENCH=OFF and -DKORVAN_PREVIEW=OFF with -DKORVAN_OLD_STRINGS=ON.")
     endif()
     if(KORVAN_TESTS AND NOT EXISTS ${KORVAN_GOOGLETEST_SOURCES}/CMakeLists.txt)
         message(FATAL_ERROR "KORVAN_GOOGLETEST_SOURCES=${KORVAN_GOOGLETEST_SOURCES} holds no sources of GoogleTest: "

@@ -4,6 +4,8 @@
 #include <UT/UT_String.h>
 #include <VOP/VOP_Node.h>
 
+#include <algorithm>
+#include <cstddef>
 #include <cstdint>
 
 namespace zelk
@@ -52,6 +54,14 @@ unsigned inputSlotCount(const OP_Node& node) { return node.getInputsArraySize();
 unsigned wireCount(const OP_Node& node, int output) { return node.nOutputs(output); }
 
 OP_Node* firstReader(const OP_Node& node, int output) { return node.getOutput(0, output); }
+
+const char* LabelText::keep(const std::string& label)
+{
+    const std::size_t size = std::min(label.size(), sizeof m_text - 1);
+    std::copy(label.begin(), label.begin() + static_cast<std::ptrdiff_t>(size), m_text);
+    m_text[size] = '\0';
+    return m_text;
+}
 
 NodeWatch::NodeWatch(OP_Node& node) : m_node(&node) { m_node->addOpInterest(this, onEvent); }
 

@@ -44,6 +44,19 @@ unsigned wireCount(const OP_Node& node, int output);
 /// Returns the node that the first of those wires goes to; null when there is none.
 OP_Node* firstReader(const OP_Node& node, int output);
 
+/// Room for a label that is given out by pointer until the next one takes its place. Its address stays the same, so that a
+/// pointer to an earlier label never dangles; the text of a std::string would move when it is assigned to.
+class LabelText
+{
+public:
+    LabelText() : m_text() {}
+    /// Returns a copy of `label`, which is cut after 63 bytes.
+    const char* keep(const std::string& label);
+
+private:
+    char m_text[64];
+};
+
 /// Lets a node find out whether it survived something that calls foreign code. A node holds one; a Watch is made before.
 class NodeLife
 {

@@ -236,9 +236,8 @@ unsigned VOP_KorvanOutputLight::getNumVisibleInputs() const { return std::max(nI
 
 const char* VOP_KorvanOutputLight::inputLabel(unsigned i) const
 {
-    static std::string label;
-    label = i == 0 ? "Color" : "Light Filter " + std::to_string(i + 1 - orderedInputs());
-    return label.c_str();
+    static LabelText label;
+    return label.keep(i == 0 ? "Color" : "Light Filter " + std::to_string(i + 1 - orderedInputs()));
 }
 
 VOP_Type VOP_KorvanOutputLight::getInputTypeSubclass(int i)

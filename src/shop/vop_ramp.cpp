@@ -175,26 +175,21 @@ unsigned VOP_KorvanRamp::getNumVisibleInputs() const { return 3 * static_cast<un
 
 const char* VOP_KorvanRamp::inputLabel(unsigned i) const
 {
-    static std::string label;
+    static LabelText label;
     switch (rampInput(static_cast<int>(i)))
     {
     case RampInput::input:
-        label = "Input";
-        break;
+        return label.keep("Input");
     case RampInput::position:
-        label = keyNumber(i) + " : Position";
-        break;
+        return label.keep(keyNumber(i) + " : Position");
     case RampInput::value:
-        label = keyNumber(i) + kind().valueInputLabel;
-        break;
+        return label.keep(keyNumber(i) + kind().valueInputLabel);
     case RampInput::interpolation:
-        label = keyNumber(i) + " : Interpolation";
-        break;
+        return label.keep(keyNumber(i) + " : Interpolation");
     case RampInput::none:
-        label = "<error>";
         break;
     }
-    return label.c_str();
+    return label.keep("<error>");
 }
 
 void VOP_KorvanRamp::getInputNameSubclass(UT_String& name, int i) const

@@ -73,7 +73,7 @@ def declared(code):
         names.update(ENUMERATOR.findall(values))
     members = re.sub(r"\([^()]*\)", "()", re.sub(r"\([^()]*\)", "()", ENUMERATORS.sub("", code)))
     names.update(DECLARATIONS[-1].findall(members))
-    return names - KEYWORDS
+    return {name for name in names - KEYWORDS if not name.startswith("m_")}  # those are private
 
 
 def platform_names(root):

@@ -1,6 +1,7 @@
 #include "standin_renderer.h"
 
 #include "utils.h"
+#include "utils_nodes.h"
 
 #include <clocale>
 #include <cmath>
@@ -215,4 +216,20 @@ TEST(Split, TrimsNothingButTheSeparator)
 {
     EXPECT_EQ(split("a  b", ' ', false), (Names{"a", "b"}));
     EXPECT_EQ(split(" a; b", ';', false), (Names{" a", " b"}));
+}
+
+TEST(LabelText, IsOverwrittenInItsPlace)
+{
+    LabelText text;
+    const char* first = text.keep("a label that is too long for a small string's own room");
+    EXPECT_STREQ(first, "a label that is too long for a small string's own room");
+    EXPECT_EQ(text.keep(""), first);
+    EXPECT_STREQ(first, "");
+}
+
+TEST(LabelText, IsCutAfterSixtyThreeBytes)
+{
+    LabelText text;
+    EXPECT_EQ(text.keep(std::string(63, 'a')), std::string(63, 'a'));
+    EXPECT_EQ(text.keep(std::string(65, 'b')), std::string(63, 'b'));
 }

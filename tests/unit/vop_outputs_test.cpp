@@ -330,6 +330,16 @@ TEST(LightOutput, AlwaysShowsOneFreeFilterInput)
     EXPECT_EQ(light.getInputFromName("Light Filter 4"), -1);
 }
 
+TEST(LightOutput, OverwritesALabelWithTheNext)
+{
+    StandinSession session;
+    session.registerAll();
+    VOP_Node& light = newOutput(session.container(), "korvan_light");
+    const char* label = light.inputLabel(0);
+    light.inputLabel(1);
+    EXPECT_STREQ(label, "Light Filter 1");
+}
+
 TEST(LightOutput, ClosesTheGapOfADisconnectedFilter)
 {
     StandinSession session;
