@@ -1,5 +1,6 @@
 // Text as a metadata file or as a catalogue: registered, made a node, edited. Bit 0 of the first byte chooses the
-// catalogue. Python is left out: what it would run is not ours.
+// catalogue. The last line is also the text and the expression that the edits set. Python is left out: what it would run
+// is not ours.
 //
 // The host keeps what describes a type for the process, so memory grows with the number of runs.
 #include "fuzzing.h"
@@ -59,23 +60,36 @@ void loadCatalogue(const std::string& text)
     std::filesystem::remove(path);
 }
 
-// Each component of each parameter gets a text and a number, and is asked for.
-void editAll(OP_Node& node)
+void editComponent(OP_Node& node, int parm, int component, const std::string& line)
+{
+    UT_String text;
+    node.evalString(text, parm, component, 0);
+    node.setString(UT_String(line.c_str()), CH_STRING_LITERAL, parm, component, 0);
+    node.evalString(text, parm, component, 0);
+    node.setFloat(parm, component, 0, -2.5);
+    node.evalFloat(parm, component, 0);
+}
+
+// Each parameter gets the line as a text, a number, and the line as an expression, and is asked for. The first and the last
+// component will do: every edit asks the conditions of all parameters.
+void editAll(OP_Node& node, const std::string& line)
 {
     for (int parm = 0; parm < node.getNumParms(); ++parm)
-        for (int i = 0; i < node.getParm(parm).getVectorSize(); ++i)
-        {
-            UT_String text;
-            node.evalString(text, parm, i, 0);
-            node.setString(UT_String("1.5 \"x\""), CH_STRING_LITERAL, parm, i, 0);
-            node.setFloat(parm, i, 0, -2.5);
-            node.evalString(text, parm, i, 0);
-            node.evalFloat(parm, i, 0);
-        }
+    {
+        PRM_Parm& edited = node.getParm(parm);
+        const int last = edited.getVectorSize() - 1;
+        if (last < 0)
+            continue;
+        editComponent(node, parm, 0, line);
+        if (last > 0)
+            editComponent(node, parm, last, line);
+        edited.setExpression(0, line.c_str(), CH_OLD_EXPR_LANGUAGE);
+        node.evalFloat(parm, 0, 1);
+    }
     node.refreshParms();
 }
 
-void makeAndEdit(OP_Network& container, const OP_Operator& op)
+void makeAndEdit(OP_Network& container, const OP_Operator& op, const std::string& line)
 {
     OP_Node* node = container.createNode(op.getName().buffer());
     require(node != nullptr, "every registered type makes a node");
@@ -84,7 +98,7 @@ void makeAndEdit(OP_Network& container, const OP_Operator& op)
         require(shader->inputLabel(i) != nullptr, "each input has a label");
     for (unsigned i = 0; i < shader->getNumVisibleOutputs(); ++i)
         require(shader->outputLabel(i) != nullptr, "each output has a label");
-    editAll(*node);
+    editAll(*node, line);
     container.destroyNode(node);
 }
 
@@ -96,7 +110,7 @@ OP_Network& startWorld()
     return newNetwork("shop", "korvan_vopnet");
 }
 
-void registerAndEdit(OP_Network& container)
+void registerAndEdit(OP_Network& container, const std::string& line)
 {
     OP_OperatorTable& table = *OP_Network::getOperatorTable("Vop");
     const std::size_t before = standin::operatorsOf(table).size();
@@ -104,7 +118,7 @@ void registerAndEdit(OP_Network& container)
     const std::vector<OP_Operator*> operators = standin::operatorsOf(table);
     for (std::size_t i = before; i < operators.size(); ++i)
     {
-        makeAndEdit(container, *operators[i]);
+        makeAndEdit(container, *operators[i], line);
         table.removeOperator(operators[i]);
     }
 }
@@ -121,7 +135,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     KrBegin();
     KrMsgSetConsoleFlags(0);
     is_catalogue ? loadCatalogue(text) : loadMetaData(text);
-    registerAndEdit(container);
+    registerAndEdit(container, text.substr(text.find_last_of('\n') + 1));
     KrEnd();
     forgetMessages();
     return 0;

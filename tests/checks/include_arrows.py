@@ -35,9 +35,9 @@ ROOMS = (
          roots=("standin/renderer/include", "standin/renderer/src", "standin/renderer/shaders")),
     dict(room="standin/ipr", library=PLATFORM | {"kr.h", "zmq.h", "zmq.hpp", "msgpack.hpp"},
          prefixes=("msgpack/",) + PLATFORM_PREFIXES, roots=("standin/ipr/include", "standin/ipr/src")),
-    dict(room="tools", library=PLATFORM | set(RENDERER_HEADERS) | {"httplib.h"},
+    dict(room="tools", library=PLATFORM | set(RENDERER_HEADERS) | {"httplib.h", "spawn.h"},
          prefixes=HOST_LIBRARIES + ("standin/", "zelk/ipr/", "CLI/", "fmt/", "nlohmann/") + PLATFORM_PREFIXES,
-         roots=("tools",)),
+         roots=("tools", "tools/kshop")),
 )
 
 # The plug-in is loaded, never linked, by anything outside its own directory, its tests and benchmarks.

@@ -1,7 +1,5 @@
 #include "arena.h"
 
-#include <cstring>
-
 namespace zelk::renderer
 {
 
@@ -35,7 +33,7 @@ void* Arena::allocate(std::size_t bytes)
 const char* Arena::keep(std::string_view text)
 {
     char* copy = static_cast<char*>(allocate(text.size() + 1));
-    std::memcpy(copy, text.data(), text.size());
+    text.copy(copy, text.size()); // unlike memcpy(), fine with the null pointer of an empty text
     return copy;
 }
 

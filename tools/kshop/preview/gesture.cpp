@@ -1,4 +1,4 @@
-#include "preview/gesture.h"
+#include "gesture.h"
 
 #include <UT/UT_UndoManager.h>
 

@@ -1,7 +1,7 @@
 #ifndef KSHOP_PREVIEW_GESTURE_H
 #define KSHOP_PREVIEW_GESTURE_H
 
-#include "interface_json.h"
+#include "../interface_json.h"
 
 #include <memory>
 #include <string>
