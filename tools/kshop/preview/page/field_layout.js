@@ -28,12 +28,10 @@ export class SeparatorField {
     }
 }
 
-/** True when something inside differs from its default. */
+/** True when something inside differs from its default. A ramp answers for its keys, which are never templates' defaults. */
 export function anyChanged(parms) {
-    return parms.some(
-        (parm) =>
-            parm.changed || (parm.tabs ?? parm.instances ?? []).some((group) => anyChanged(group.parms)),
-    );
+  const groups = (parm) => parm.tabs ?? (parm.kind === "list" ? parm.instances : undefined) ?? [];
+  return parms.some((parm) => parm.changed || groups(parm).some((group) => anyChanged(group.parms)));
 }
 
 /** Tabs, each with its own list of fields, which is made when the tab is first looked at. */
