@@ -13,16 +13,19 @@ pageTest("a switch greys what it controls, on the same row", CHOICES, async (s) 
     assert.ok(await s.entry("strength").isEnabled());
     await toggle.click();
     await s.nodeHas("active", { value: false });
-    await eventually(async () => assert.ok(await s.entry("strength").isDisabled()));
+    await eventually(async () => assert.ok(await s.entry("strength").evaluate((e) => e.disabled)));
     await s.nodeHas("strength", { enabled: false });
 });
 
 pageTest("a menu sets its parameter and shows what its condition hid", CHOICES, async (s) => {
-    assert.equal(await s.field("secret").isVisible(), false);
+    const height = (token) => s.field(token).evaluate((e) => e.closest(".row").getBoundingClientRect().height);
+  assert.equal(await s.field("secret").isVisible(), false);
+  assert.equal(await height("hush"), 0);
     const menu = s.field("mode").locator(".menu-button");
     await s.choose(menu, "Fancy");
     await s.nodeHas("mode", { current: "fancy" });
     await eventually(async () => assert.ok(await s.field("secret").isVisible()));
+  assert.ok((await height("hush")) > 0);
     await s.says(menu, "Fancy");
 });
 
@@ -45,6 +48,14 @@ pageTest("each button of a strip is one bit", CHOICES, async (s) => {
     await s.nodeHas("seen_by", { value: 2 + 32 });
     const pressed = s.field("seen_by").locator("[aria-pressed=true]");
     await eventually(async () => assert.deepEqual(await pressed.allInnerTexts(), ["Shadow", "Diffuse"]));
+});
+
+pageTest("two quick clicks on a strip set two bits", CHOICES, async (s) => {
+  await s.field("seen_by").locator(".strip").evaluate((strip) => {
+    strip.children[1].click();
+    strip.children[2].click();
+  });
+  await s.nodeHas("seen_by", { value: 1 + 2 + 4 });
 });
 
 pageTest("folders are tabs, moved through by arrows; a change inside is marked", CHOICES, async (s) => {

@@ -32,6 +32,7 @@ export const CATALOGUE = {
                 { name: "active", type: "boolean", default: true },
                 float("strength", 1),
                 float("secret", 1),
+        float("hush", 1),
                 { name: "mode", type: "enum", enum: ["plain", "fancy"], default: 0 },
                 { name: "seen_by", type: "int", default: 1 },
                 text("name_of", "auto"),
@@ -93,8 +94,8 @@ softmax = 10
 ["zelk__choices"]
 "houdini.label" = "Choices"
 "houdini.category" = "Surface"
-"houdini.order" = "tabs active strength secret note mode seen_by line name_of tags words scripted map camera run"
-"houdini.parm.folder.tabs" = "First;7;Second;7"
+"houdini.order" = "tabs active strength secret hush note mode seen_by line name_of tags words scripted map camera run"
+"houdini.parm.folder.tabs" = "First;8;Second;7"
 "houdini.parm.heading.note" = "What is chosen"
 "houdini.parm.separator.line" = "-"
 "houdini.parm.button.run" = "python:print('strength is', kwargs['node'].parm('strength').eval())"
@@ -103,7 +104,10 @@ softmax = 10
 "houdini.join_next" = true
 ["zelk__choices".parameters.strength]
 "houdini.disable_when" = "{ active == 0 }"
+"houdini.join_next" = true
 ["zelk__choices".parameters.secret]
+"houdini.hide_when" = "{ mode == plain }"
+["zelk__choices".parameters.hush]
 "houdini.hide_when" = "{ mode == plain }"
 ["zelk__choices".parameters.mode]
 "houdini.menu" = "plain;Plain;fancy;Fancy"
