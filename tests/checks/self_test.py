@@ -153,6 +153,7 @@ class TestsNamed(unittest.TestCase):
         tree.write("docs/bad-input.md", f"| what is wrong | what is seen | the tests |\n|---|---|---|\n{bad_input}")
         tree.write("tests/unit/a_test.cpp", "TEST(Ramp, Stays)\n{\n}\nTEST_P(Ramp,\n       Grows)\n{\n}\n")
         tree.write("tests/python/a_test.py", "class Wires(Case):\n    def test_hold(self):\n        pass\n")
+        tree.write("tests/preview/a_test.mjs", 'pageTest("a page, seen", TYPE, run);\n')
         tree.write("src/shop/a.cpp", comment)
         return tests_named.findings(tree.root)
 
@@ -160,9 +161,12 @@ class TestsNamed(unittest.TestCase):
         self.assertEqual(self.found("| it holds | `Ramp.Stays`, `Ramp.Grows`, `python/a_test.py::Wires.test_hold` |\n",
                                     "// Deliberate; see\n// Ramp.Stays, and see\n// utils.h.\n"), [])
 
+    def test_pass_names_of_the_page(self):
+        self.assertEqual(self.found("| it holds | `preview/a_test.mjs::a page, seen` |\n"), [])
+
     def test_find_names_that_nothing_has(self):
         for name in ("Ramp.Falls", "Other.Stays", "python/a_test.py::Wires.test_break", "a_test.py::Wires.test_hold",
-                     "Wires.test_hold"):
+                     "Wires.test_hold", "preview/a_test.mjs::a page", "preview/b_test.mjs::a page, seen"):
             with self.subTest(name):
                 self.assertEqual(self.found(f"| it holds | `Ramp.Stays`, `{name}` |\n"),
                                  [f"tests/README.md:5: there is no test {name}"])

@@ -1,8 +1,8 @@
 """Tests that are named exist: those of the tables of behaviours and of bad input, and those that a comment of the plug-in
 points to.
 
-A test is named as `Suite.Name`, or as `file_test.py::Class.test_name` with the file's path below tests/. Where a row of
-the tables names none, the check says so too.
+A test is named as `Suite.Name`, or as `file_test.py::Class.test_name` with the file's path below tests/; one of the preview's
+page as `preview/file_test.mjs::what it says`. Where a row of the tables names none, the check says so too.
 """
 
 import re
@@ -14,7 +14,8 @@ DOCUMENTS = ("tests/README.md", "docs/bad-input.md")
 CXX_TEST = re.compile(r"^(?:TYPED_)?TEST(?:_F|_P)?\(\s*(\w+),\s*(\w+)\s*\)", re.MULTILINE)
 CXX_COMMENT = re.compile(r"//.*(?:\n[ \t]*//.*)*")
 PYTHON_PART = re.compile(r"^class (\w+)|^    def (test_\w+)\(", re.MULTILINE)
-NAME = re.compile(r"`((?:[\w/]+\.py::)?\w+\.\w+)`")
+PAGE_TEST = re.compile(r'^pageTest\(\s*"((?:[^"\\]|\\.)*)"', re.MULTILINE)
+NAME = re.compile(r"`((?:[\w/]+\.py::)?\w+\.\w+|[\w/]+\.mjs::[^`]+)`")
 POINTER = re.compile(r"\bsee (\w+\.\w+)", re.IGNORECASE)
 HEADINGS = {"what must hold", "what is wrong", "---"}
 
@@ -38,6 +39,9 @@ def existing(root):
         elif file.suffix == ".py":
             place = file.relative_to(root / "tests").as_posix()
             names.update(f"{place}::{name}" for name in python_tests(text))
+        elif file.suffix == ".mjs":
+            place = file.relative_to(root / "tests").as_posix()
+            names.update(f"{place}::{name}" for name in PAGE_TEST.findall(text))
     return names
 
 

@@ -8,7 +8,7 @@ import os
 import pathlib
 import sys
 
-SKIPPED_DIRECTORIES = {".git", "build", "install", "__pycache__", ".cache"}
+SKIPPED_DIRECTORIES = {".git", "build", "install", "node_modules", "__pycache__", ".cache"}
 CXX_SUFFIXES = {".h", ".hpp", ".cpp", ".c"}
 
 
