@@ -110,7 +110,7 @@ def tests_pass():
 def verdict(tree, mutation):
     """"killed" by a test, "killed" by the compiler, or "SURVIVES"."""
     file = source(tree, mutation)
-    text = source(ROOT, mutation).read_text(encoding="utf-8")
+    text = file.read_text(encoding="utf-8")
     file.write_text(mutation.apply(text), encoding="utf-8")
     try:
         if not build():
