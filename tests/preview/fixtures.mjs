@@ -7,72 +7,72 @@ const array = (name, element, value) => ({ name, type: "array", element, default
 const IDENTITY = [1, 0, 0, 0, 0, 1, 0, 0, 0, 0, 1, 0, 0, 0, 0, 1];
 
 export const CATALOGUE = {
-    nodes: [
-        {
-            name: "zelk__numbers",
-            kind: "shader",
-            output: "rgb",
-            parameters: [
-                float("hard", 0.5),
-                float("soft", 0.5),
-                { name: "steps", type: "int", default: 3 },
-                { name: "place", type: "vector", default: [1, 2, 3] },
-                { name: "uv", type: "point2", default: [0, 1] },
-                { name: "tint", type: "rgb", default: [1, 0.5, 0] },
-                { name: "glow", type: "rgba", default: [0, 0, 0, 1] },
-                { name: "xform", type: "matrix", default: IDENTITY },
-                float("driven", 1),
-            ],
-        },
-        {
-            name: "zelk__choices",
-            kind: "shader",
-            output: "float",
-            parameters: [
-                { name: "active", type: "boolean", default: true },
-                float("strength", 1),
-                float("secret", 1),
+  nodes: [
+    {
+      name: "zelk__numbers",
+      kind: "shader",
+      output: "rgb",
+      parameters: [
+        float("hard", 0.5),
+        float("soft", 0.5),
+        { name: "steps", type: "int", default: 3 },
+        { name: "place", type: "vector", default: [1, 2, 3] },
+        { name: "uv", type: "point2", default: [0, 1] },
+        { name: "tint", type: "rgb", default: [1, 0.5, 0] },
+        { name: "glow", type: "rgba", default: [0, 0, 0, 1] },
+        { name: "xform", type: "matrix", default: IDENTITY },
+        float("driven", 1),
+      ],
+    },
+    {
+      name: "zelk__choices",
+      kind: "shader",
+      output: "float",
+      parameters: [
+        { name: "active", type: "boolean", default: true },
+        float("strength", 1),
+        float("secret", 1),
         float("hush", 1),
-                { name: "mode", type: "enum", enum: ["plain", "fancy"], default: 0 },
-                { name: "seen_by", type: "int", default: 1 },
-                text("name_of", "auto"),
-                text("tags"),
-                text("words"),
-                text("scripted"),
-                text("map", "a.exr"),
-                text("camera"),
-            ],
-        },
-        {
-            name: "zelk__lists",
-            kind: "shader",
-            output: "rgb",
-            parameters: [array("knots", "float", [0.25, 0.75]), float("after")],
-        },
-        {
-            name: "zelk__curve",
-            kind: "shader",
-            output: "float",
-            parameters: [
-                array("positions", "float", [0, 1]),
-                array("values", "float", [0, 1]),
-                array("interpolations", "int", [1, 1]),
-            ],
-        },
-        {
-            name: "zelk__colors",
-            kind: "shader",
-            output: "rgb",
-            parameters: [
-                array("positions", "float", [0, 1]),
-                array("values", "rgb", [
-                    [0, 0, 0],
-                    [1, 1, 1],
-                ]),
-                array("interpolations", "int", [1, 1]),
-            ],
-        },
-    ],
+        { name: "mode", type: "enum", enum: ["plain", "fancy"], default: 0 },
+        { name: "seen_by", type: "int", default: 1 },
+        text("name_of", "auto"),
+        text("tags"),
+        text("words"),
+        text("scripted"),
+        text("map", "a.exr"),
+        text("camera"),
+      ],
+    },
+    {
+      name: "zelk__lists",
+      kind: "shader",
+      output: "rgb",
+      parameters: [array("knots", "float", [0.25, 0.75]), float("after")],
+    },
+    {
+      name: "zelk__curve",
+      kind: "shader",
+      output: "float",
+      parameters: [
+        array("positions", "float", [0, 1]),
+        array("values", "float", [0, 1]),
+        array("interpolations", "int", [1, 1]),
+      ],
+    },
+    {
+      name: "zelk__colors",
+      kind: "shader",
+      output: "rgb",
+      parameters: [
+        array("positions", "float", [0, 1]),
+        array("values", "rgb", [
+          [0, 0, 0],
+          [1, 1, 1],
+        ]),
+        array("interpolations", "int", [1, 1]),
+      ],
+    },
+  ],
 };
 
 export const METADATA = `

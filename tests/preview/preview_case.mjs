@@ -10,16 +10,16 @@ test.after(closeBrowser);
 
 /** A test on the page of `type`: fails also when the page complained, unless the test takes the complaints away. */
 export function pageTest(name, type, run, options = {}) {
-    test(name, { timeout: 120000 }, async () => {
-        const preview = new Preview(options);
-        let scene;
-        try {
-            scene = await openScene(type, { preview, ...options.look });
-            await run(scene);
-            assert.deepEqual(scene.complaints, []);
-        } finally {
-            await scene?.page.context().close();
-            await preview.remove();
-        }
-    });
+  test(name, { timeout: 120000 }, async () => {
+    const preview = new Preview(options);
+    let scene;
+    try {
+      scene = await openScene(type, { preview, ...options.look });
+      await run(scene);
+      assert.deepEqual(scene.complaints, []);
+    } finally {
+      await scene?.page.context().close();
+      await preview.remove();
+    }
+  });
 }

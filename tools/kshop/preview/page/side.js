@@ -12,55 +12,55 @@ export const FINDINGS = 2;
 export const SOURCE = 3;
 
 export class Side {
-    /** `judged` is called when the findings were read anew. */
-    constructor(element, judged) {
-        this.tabs = new Tabs({ label: "Panels", style: "side-tabs", selected: (i) => this.opened(i) });
-        this.tabs.setLabels(LABELS);
-        const panel = (i) => this.tabs.panels[i];
-        this.records = new Records(panel(CHANGES), (count) =>
-            this.tabs.setBadge(CHANGES, count ? String(count) : ""),
-        );
-        this.console = new Console(panel(CONSOLE), () => this.news(CONSOLE));
-        this.findings = new Findings(panel(FINDINGS), {
-            open: (finding) => this.showFinding(finding),
-            canOpen: (finding) => this.source.has(finding),
-            changed: (all) => this.judge(all, judged),
-        });
-        this.source = new Source(panel(SOURCE));
-        element.append(this.tabs.element);
-    }
+  /** `judged` is called when the findings were read anew. */
+  constructor(element, judged) {
+    this.tabs = new Tabs({ label: "Panels", style: "side-tabs", selected: (i) => this.opened(i) });
+    this.tabs.setLabels(LABELS);
+    const panel = (i) => this.tabs.panels[i];
+    this.records = new Records(panel(CHANGES), (count) =>
+      this.tabs.setBadge(CHANGES, count ? String(count) : ""),
+    );
+    this.console = new Console(panel(CONSOLE), () => this.news(CONSOLE));
+    this.findings = new Findings(panel(FINDINGS), {
+      open: (finding) => this.showFinding(finding),
+      canOpen: (finding) => this.source.has(finding),
+      changed: (all) => this.judge(all, judged),
+    });
+    this.source = new Source(panel(SOURCE));
+    element.append(this.tabs.element);
+  }
 
-    judge(all, judged) {
-        this.tabs.setBadge(FINDINGS, all.length ? String(all.length) : "", gravest(all)?.severity ?? "");
-        this.source.setFindings(all);
-        judged();
-    }
+  judge(all, judged) {
+    this.tabs.setBadge(FINDINGS, all.length ? String(all.length) : "", gravest(all)?.severity ?? "");
+    this.source.setFindings(all);
+    judged();
+  }
 
-    news(index) {
-        if (this.tabs.index !== index) this.tabs.setBadge(index, "•", "changed");
-    }
+  news(index) {
+    if (this.tabs.index !== index) this.tabs.setBadge(index, "•", "changed");
+  }
 
-    opened(index) {
-        if (index === CONSOLE) this.tabs.setBadge(CONSOLE, "");
-        if (index === SOURCE) this.source.refresh();
-    }
+  opened(index) {
+    if (index === CONSOLE) this.tabs.setBadge(CONSOLE, "");
+    if (index === SOURCE) this.source.refresh();
+  }
 
-    show(index) {
-        this.tabs.show(index);
-    }
+  show(index) {
+    this.tabs.show(index);
+  }
 
-    showFinding(finding) {
-        if (!this.source.has(finding)) return this.show(FINDINGS);
-        this.show(SOURCE);
-        return this.source.showFinding(finding);
-    }
+  showFinding(finding) {
+    if (!this.source.has(finding)) return this.show(FINDINGS);
+    this.show(SOURCE);
+    return this.source.showFinding(finding);
+  }
 
-    setFiles(files) {
-        this.source.setFiles(files);
-    }
+  setFiles(files) {
+    this.source.setFiles(files);
+  }
 
-    /** The shown file may have other lines now. */
-    refresh() {
-        if (this.tabs.index === SOURCE) this.source.refresh();
-    }
+  /** The shown file may have other lines now. */
+  refresh() {
+    if (this.tabs.index === SOURCE) this.source.refresh();
+  }
 }
