@@ -16,7 +16,8 @@ const CHROMIUM = ["/usr/bin/chromium", "/usr/bin/chromium-browser"].find((file) 
 
 // What would let the tests see the person's own set-up.
 const FOREIGN = /^(HOUDINI_|KORVAN_|ZELK_|LC_|LANG|PYTHONPATH$|HH$)/;
-const GENEROUS = Number(process.env.PREVIEW_PATIENCE ?? 15000); // milliseconds for whatever a person would see at once
+// Milliseconds for whatever a person would see at once; a smaller PREVIEW_PATIENCE is for tests that are meant to fail.
+const GENEROUS = Number(process.env.PREVIEW_PATIENCE ?? 15000);
 
 export const sleep = (time) =>
   new Promise((resolve) => {
