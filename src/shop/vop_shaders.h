@@ -85,6 +85,7 @@ private:
     static void nodeEventHandler(OP_Node* caller, void* callee, OP_EventType type, void* data);
 
     const ShaderDesc& desc() const;
+    const char* inputName(int i) const;
     bool updateParmFlags(int i);
 
     /// Tells the running render about one edited parameter. Silent for what no render has: interface-only

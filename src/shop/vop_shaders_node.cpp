@@ -50,11 +50,14 @@ const char* VOP_KorvanShader::inputLabel(unsigned i) const
     return i < desc().inputs.size() ? desc().inputs[i]->label.c_str() : "Invalid";
 }
 
-void VOP_KorvanShader::getInputNameSubclass(UT_String& name, int i) const
+/// Never null.
+const char* VOP_KorvanShader::inputName(int i) const
 {
     const bool exists = i >= 0 && static_cast<std::size_t>(i) < desc().inputs.size();
-    name.harden(exists ? desc().inputs[i]->name.c_str() : "invalid");
+    return exists ? desc().inputs[i]->name.c_str() : "invalid";
 }
+
+void VOP_KorvanShader::getInputNameSubclass(UT_String& name, int i) const { name.harden(inputName(i)); }
 
 VOP_Type VOP_KorvanShader::getInputTypeSubclass(int i)
 {
@@ -105,9 +108,7 @@ bool VOP_KorvanShader::updateParmFlags(int i)
     PRM_Parm& parm = getParm(i);
     const bool before = isEnabled(parm);
 
-    UT_String input;
-    getInputNameSubclass(input, i);
-    enableParm(input, !getInput(i));
+    enableParm(inputName(i), !getInput(i));
     const bool free = isEnabled(parm);
     updateParmDisableConditional(parm, true, nullptr);
     // A connected input's parameter stays disabled whatever its condition says.
