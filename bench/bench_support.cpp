@@ -1,5 +1,7 @@
 #include "bench_support.h"
 
+#include <benchmark/benchmark.h>
+
 #include <sys/wait.h>
 #include <time.h>
 #include <unistd.h>
@@ -7,7 +9,9 @@
 #include <algorithm>
 #include <cerrno>
 #include <chrono>
+#include <cstdio>
 #include <cstdlib>
+#include <fstream>
 #include <string>
 #include <system_error>
 
@@ -94,6 +98,45 @@ bool runApart(const std::function<void()>& measure, void* bytes, std::size_t siz
     if (child > 0)
         waitpid(child, &status, 0);
     return received && status == 0;
+}
+
+void report(const Row& row)
+{
+    const char* file = std::getenv("KORVAN_BENCH_ROWS");
+    if (!file)
+        return;
+    char line[512];
+    std::snprintf(
+        line, sizeof line,
+        R"({"work": "%s", "size": "%s", "amount": %.6g, "ours": %.6g, "floor": %.6g, "aim": %.6g, "unit": "%s"})",
+        row.work.c_str(), row.size.c_str(), row.amount, row.ours, row.floor, row.aim, row.unit);
+    std::ofstream(file, std::ios::app) << line << '\n';
+}
+
+namespace
+{
+
+bool failed = false;
+
+} // namespace
+
+void failWith(benchmark::State& state, const char* text)
+{
+    failed = true;
+    state.SkipWithError(text);
+}
+
+int runBenchmarks(int argc, char** argv, const std::function<void(const fs::path&)>& add,
+                  const std::function<void()>& printTable)
+{
+    benchmark::Initialize(&argc, argv);
+    if (benchmark::ReportUnrecognizedArguments(argc, argv))
+        return 2;
+    const ScratchDirectory scratch;
+    add(scratch.path());
+    const bool ran = benchmark::RunSpecifiedBenchmarks() > 0;
+    printTable();
+    return ran && !failed ? 0 : 1;
 }
 
 } // namespace bench

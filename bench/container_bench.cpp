@@ -163,21 +163,13 @@ struct Result
 };
 
 std::vector<Result> results;
-bool failed = false;
-
-void failWith(benchmark::State& state, const char* text)
-{
-    failed = true;
-    state.SkipWithError(text);
-}
-
 void runFilter(benchmark::State& state, const fs::path& scratch, const std::string& name, const SizeRow& size,
                bool compressed, bool admitted)
 {
     Asset asset(scratch / "own.hda", size.bytes, compressed, admitted);
     Result result = {name, asset.bytes(), asset.stored(), {}, {}};
     if (asset.isAdmitted() != admitted)
-        return failWith(state, "the verdict is wrong");
+        return bench::failWith(state, "the verdict is wrong");
     for (auto _ : state)
     {
         unsigned sum = 0;
@@ -188,7 +180,7 @@ void runFilter(benchmark::State& state, const fs::path& scratch, const std::stri
             [&] { touched = compressed ? touchInflated(asset, sum) : touchStored(asset, sum); }));
         benchmark::DoNotOptimize(sum);
         if (touched != asset.bytes())
-            return failWith(state, "the floor did not read all contents");
+            return bench::failWith(state, "the floor did not read all contents");
         state.SetIterationTime(1e-6 * result.filter.back());
     }
     results.push_back(result);
@@ -240,11 +232,11 @@ void runMemory(benchmark::State& state, const fs::path& scratch, bool compressed
     };
     // Apart, so that this process's memory stays what it is.
     if (!bench::measureApart(write, written))
-        return failWith(state, "the asset could not be written");
+        return bench::failWith(state, "the asset could not be written");
     double growth = 0;
     for (auto _ : state)
         if (!bench::measureApart([&] { return growthOfFilter(file); }, growth) || growth < 0)
-            return failWith(state, "the filter failed");
+            return bench::failWith(state, "the filter failed");
     fs::remove(file);
     state.counters["peak_KB"] = growth;
     memory_results.push_back({compressed ? "gzip" : "plain", growth});
@@ -282,10 +274,15 @@ void printTable()
     std::printf("%-20s %10s %10s %11s %11s %11s %11s %6s %9s\n", "contents", "bytes", "stored", "filter p50",
                 "filter p99", "floor p50", "floor p99", "ratio", "MB/s");
     for (const Result& result : results)
+    {
+        const std::string form = result.name.substr(result.name.find('/') + 1);
+        bench::report({"the container's filter, " + form, result.name.substr(0, result.name.find('/')),
+                       double(result.bytes), bench::median(result.filter), bench::median(result.floor), 1.5});
         std::printf("%-20s %10zu %10zu %11.1f %11.1f %11.1f %11.1f %6.2f %9.0f\n", result.name.c_str(),
                     result.bytes, result.stored, bench::median(result.filter),
                     bench::quantile(result.filter, 0.99), bench::median(result.floor),
                     bench::quantile(result.floor, 0.99), result.ratio(), result.megabytesPerSecond());
+    }
     for (const MemoryResult& result : memory_results)
         std::printf("%s%s contents of %zu MB: the process grows by at most %.0f KB\n",
                     &result == memory_results.data() ? "\n" : "", result.name.c_str(), memory_bytes / 1000000,
@@ -296,13 +293,6 @@ void printTable()
 
 int main(int argc, char** argv)
 {
-    benchmark::Initialize(&argc, argv);
-    if (benchmark::ReportUnrecognizedArguments(argc, argv))
-        return 2;
     unsetenv("HH");
-    const bench::ScratchDirectory scratch;
-    addBenchmarks(scratch.path());
-    const bool ran = benchmark::RunSpecifiedBenchmarks() > 0;
-    printTable();
-    return ran && !failed ? 0 : 1;
+    return bench::runBenchmarks(argc, argv, addBenchmarks, printTable);
 }

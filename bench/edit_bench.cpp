@@ -6,7 +6,9 @@
 //    "floor" is evaluating the value, filling a record with texts that are ready, serialising and sending it. A record is
 //    made for every edit and not kept, so the floor makes one too.
 // 3. The strict ratio is event less silent to floor; the whole ratio is that of the two with the host's share in both.
-// 4. The camera look-up: an edit of a wired camera shader among cameras that look through another one, against evaluating
+// 4. The same for a float of shaders with many parameters, and in networks with many such nodes, each edited in turn: the cost
+//    of an edit must not grow with either.
+// 5. The camera look-up: an edit of a wired camera shader among cameras that look through another one, against evaluating
 //    the parameter of each.
 #include "bench_support.h"
 #include "shop.h"
@@ -30,6 +32,8 @@
 #include <cstdio>
 #include <filesystem>
 #include <functional>
+#include <iterator>
+#include <memory>
 #include <string>
 #include <vector>
 
@@ -39,8 +43,11 @@ namespace
 {
 
 const int samples_per_case = 20000;
+const int long_samples = 4000;
 const int camera_samples = 500;
 const int camera_counts[] = {0, 10, 1000};
+const int parm_counts[] = {30, 300};
+const int node_counts[] = {50, 500}; ///< of nodes with the most parameters
 
 // --- What is measured -------------------------------------------------------------------------------------------
 
@@ -122,6 +129,18 @@ void declareShader()
     }
 }
 
+std::string longShader(int parms) { return "long" + std::to_string(parms); }
+std::string longParm(int index) { return "strength_" + std::to_string(index); }
+
+void declareLongShader(int parms)
+{
+    KtNodeDecl* node = KrDeclareNode(("zelk__" + longShader(parms)).c_str(), KR_NODE_SHADER, KR_TYPE_RGB);
+    KrDeclareNodeFile(node, "bench.so");
+    const KtParamValue zero = {};
+    for (int i = 0; i < parms; ++i)
+        KrDeclareParam(node, longParm(i).c_str(), KR_TYPE_FLOAT, &zero);
+}
+
 void declareCamera()
 {
     KtNodeDecl* camera = KrDeclareNode("zelk__lens", KR_NODE_CAMERA, KR_TYPE_NODE);
@@ -144,6 +163,8 @@ public:
         KrBegin();
         declareShader();
         declareCamera();
+        for (const int count : parm_counts)
+            declareLongShader(count);
         standin::startHost();
         newVopOperator(OP_Network::getOperatorTable("Vop"));
         newShopOperator(OP_Network::getOperatorTable("Shop"));
@@ -155,6 +176,17 @@ public:
     Scene& operator=(const Scene&) = delete;
 
     OP_Node& node(const char* type) const { return *m_network->createNode(type); }
+
+    /// That many nodes of a type in a network of their own.
+    std::vector<OP_Node*> nodes(const std::string& type, int count) const
+    {
+        OP_Network& shops = *OPgetDirector()->getManager("shop");
+        OP_Network& network = *static_cast<OP_Network*>(shops.createNode("korvan_vopnet"));
+        std::vector<OP_Node*> made;
+        while (static_cast<int>(made.size()) < count)
+            made.push_back(network.createNode(type.c_str()));
+        return made;
+    }
 
 private:
     OP_Network* m_network;
@@ -193,6 +225,7 @@ void measure(benchmark::State& state, Result& result, const std::function<void()
 {
     for (auto _ : state)
     {
+        silent(); // so that none of the three is the one that finds the node outside the caches
         result.event.push_back(microsecondsOf(event));
         result.silent.push_back(microsecondsOf(silent));
         result.floor.push_back(microsecondsOf(floor));
@@ -225,6 +258,37 @@ void runEdit(benchmark::State& state, const Scene& scene, const TypeRow& row)
     Result result = {row.name, {}, {}, {}, bytes};
     measure(
         state, result, [&] { sendParmEvent(node, parm); }, [&] { sendParmEvent(node, -1); }, floor);
+    results.push_back(result);
+}
+
+/// Edits the last float of nodes of a long shader, each in turn.
+void runLong(benchmark::State& state, const Scene& scene, const std::string& name, int parms, int count)
+{
+    const std::vector<OP_Node*> nodes = scene.nodes("korvan::" + longShader(parms), count);
+    const std::string entryName = "zelk__" + longShader(parms), parmName = longParm(parms - 1);
+    const int parm = nodes.front()->getParmIndex(parmName.c_str());
+    std::vector<std::string> paths;
+    for (const OP_Node* node : nodes)
+        paths.push_back(node->getFullPath().toStdString());
+    std::size_t bytes = 0, turn = 0;
+    const auto floor = [&]
+    {
+        zelk::ipr::Delta delta;
+        delta.nodePath = paths[turn];
+        delta.entryName = entryName;
+        zelk::ipr::DeltaParm& entry = delta[parmName];
+        entry.type = KR_TYPE_FLOAT;
+        evaluateFloat(*nodes[turn], parmName.c_str(), entry);
+        std::string text = delta.serialize();
+        bytes = text.size();
+        zelk::ipr::DeltaPublisher::instance().send(std::move(text));
+        turn = (turn + 1) % nodes.size();
+    };
+    floor();
+    Result result = {name, {}, {}, {}, bytes};
+    measure(
+        state, result, [&] { sendParmEvent(*nodes[turn], parm); }, [&] { sendParmEvent(*nodes[turn], -1); },
+        floor);
     results.push_back(result);
 }
 
@@ -275,6 +339,18 @@ void addBenchmarks(const Scene& scene)
             ->Iterations(samples_per_case)
             ->UseManualTime()
             ->Unit(benchmark::kMicrosecond);
+    const auto addLong = [&scene](const std::string& name, int parms, int nodes)
+    {
+        benchmark::RegisterBenchmark(("edit/" + name).c_str(), [=, &scene](benchmark::State& state)
+                                     { runLong(state, scene, name, parms, nodes); })
+            ->Iterations(long_samples)
+            ->UseManualTime()
+            ->Unit(benchmark::kMicrosecond);
+    };
+    for (const int count : parm_counts)
+        addLong(std::to_string(count) + " parms", count, 1);
+    for (const int count : node_counts)
+        addLong(std::to_string(count) + " nodes", *std::prev(std::end(parm_counts)), count);
     for (const int count : camera_counts)
         benchmark::RegisterBenchmark("cameras",
                                      [&scene](benchmark::State& state) { runCameras(state, scene); })
@@ -282,6 +358,24 @@ void addBenchmarks(const Scene& scene)
             ->Iterations(camera_samples)
             ->UseManualTime()
             ->Unit(benchmark::kMicrosecond);
+}
+
+/// The row of the common table. A name like "10 cameras" has its size in front.
+void reportRow(const Result& result)
+{
+    const std::size_t blank = result.name.find(' ');
+    const bool hasSize = blank != std::string::npos;
+    const std::string of = hasSize ? result.name.substr(blank + 1) : result.name;
+    const double floor = quantile(result.floor, 0.5);
+    if (!hasSize)
+        bench::report({"one edit", of, 0, result.ours(), floor, 1.3});
+    else if (of != "cameras")
+        bench::report({of == "parms" ? "one edit of a shader with many parameters"
+                                     : "one edit among nodes of 300 parameters",
+                       result.name, 0, result.ours(), floor, 1.3});
+    else if (std::stoi(result.name) > 0)
+        bench::report(
+            {"one edit of a camera's shader", result.name, std::stod(result.name), result.ours(), floor, 0});
 }
 
 void printTable()
@@ -292,6 +386,7 @@ void printTable()
                 "silent p50", "floor p50", "floor p99", "strict ratio", "whole ratio", "bytes");
     for (const Result& result : results)
     {
+        reportRow(result);
         const bool hasFloor = result.bytes || quantile(result.floor, 0.5) > 0.2;
         const std::string strict = hasFloor ? std::to_string(result.strictRatio()).substr(0, 5) : "-";
         const std::string whole = hasFloor ? std::to_string(result.wholeRatio()).substr(0, 5) : "-";
@@ -309,14 +404,13 @@ void printTable()
 
 int main(int argc, char** argv)
 {
-    benchmark::Initialize(&argc, argv);
-    if (benchmark::ReportUnrecognizedArguments(argc, argv))
-        return 2;
-    const bench::ScratchDirectory scratch;
-    const Scene scene(scratch.path());
-    addBenchmarks(scene);
-    const bool ran = benchmark::RunSpecifiedBenchmarks() > 0;
-    printTable();
+    std::unique_ptr<Scene> scene;
+    const auto add = [&scene](const fs::path& scratch)
+    {
+        scene.reset(new Scene(scratch));
+        addBenchmarks(*scene);
+    };
+    const int status = bench::runBenchmarks(argc, argv, add, printTable);
     zelk::ipr::DeltaPublisher::instance().close();
-    return ran ? 0 : 1;
+    return status;
 }

@@ -187,8 +187,6 @@ struct Result
 };
 
 std::vector<Result> results;
-bool failed = false;
-
 /// The text that a function sends; empty when it does not send exactly one.
 template <typename Send>
 std::string sentBy(Send send)
@@ -223,10 +221,7 @@ void runRamp(benchmark::State& state, const Scene& scene, const RampRow& row)
     const std::string text = sentBy([&] { sendParmEvent(ramp, parm); });
     result.bytes = text.size();
     if (text.empty() || text != sentBy([&] { floor.send(); }))
-    {
-        failed = true;
-        return state.SkipWithError("the event does not send what the floor sends");
-    }
+        return bench::failWith(state, "the event does not send what the floor sends");
     for (auto _ : state)
     {
         result.event.push_back(timeOfOne(edits, [&] { sendParmEvent(ramp, parm); }));
@@ -275,10 +270,14 @@ void printTable()
                 "event p99", "silent p50", "floor p50", "strict ratio", "whole ratio", "us/key", "growth",
                 "bytes");
     for (const Result& result : results)
+    {
+        bench::report({std::string("a ramp edit, ") + result.row->name, std::to_string(result.keys) + " keys",
+                       double(result.keys), result.ours(), bench::median(result.floor), 1.2});
         std::printf("%-6s %5d %10.2f %10.2f %11.2f %10.2f %12.2f %11.2f %7.3f %7s %8zu\n", result.row->name,
                     result.keys, bench::median(result.event), bench::quantile(result.event, 0.99),
                     bench::median(result.silent), bench::median(result.floor), result.strictRatio(),
                     result.wholeRatio(), result.perKey(), growthText(result).c_str(), result.bytes);
+    }
     std::printf(
         "\n'silent' is the event without a record: the host's refresh of all parameters, and the redraw.\n");
 }
@@ -287,14 +286,13 @@ void printTable()
 
 int main(int argc, char** argv)
 {
-    benchmark::Initialize(&argc, argv);
-    if (benchmark::ReportUnrecognizedArguments(argc, argv))
-        return 2;
-    const bench::ScratchDirectory scratch;
-    const Scene scene(scratch.path());
-    addBenchmarks(scene);
-    const bool ran = benchmark::RunSpecifiedBenchmarks() > 0;
-    printTable();
+    std::unique_ptr<Scene> scene;
+    const auto add = [&scene](const std::filesystem::path& scratch)
+    {
+        scene.reset(new Scene(scratch));
+        addBenchmarks(*scene);
+    };
+    const int status = bench::runBenchmarks(argc, argv, add, printTable);
     zelk::ipr::DeltaPublisher::instance().close();
-    return ran && !failed ? 0 : 1;
+    return status;
 }

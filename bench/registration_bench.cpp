@@ -140,14 +140,6 @@ struct Best
 };
 
 std::map<std::pair<Source, int>, Best> results;
-bool failed = false;
-
-void failWith(benchmark::State& state, const char* text)
-{
-    failed = true;
-    state.SkipWithError(text);
-}
-
 void runFloor(benchmark::State& state, Source source, const fs::path& scratch)
 {
     const int count = static_cast<int>(state.range(0));
@@ -157,7 +149,7 @@ void runFloor(benchmark::State& state, Source source, const fs::path& scratch)
     {
         Sample sample = {};
         if (!bench::measureApart(measureFloor, sample))
-            return failWith(state, "the measuring process failed");
+            return bench::failWith(state, "the measuring process failed");
         state.SetIterationTime(sample.floor);
         best.load = std::min(best.load, sample.load);
         best.floor = std::min(best.floor, sample.floor);
@@ -173,9 +165,9 @@ void runRegistration(benchmark::State& state, Source source, const fs::path& scr
     {
         Sample sample = {};
         if (!bench::measureApart(measureRegistration, sample))
-            return failWith(state, "the measuring process failed");
+            return bench::failWith(state, "the measuring process failed");
         if (sample.operators != count)
-            return failWith(state, "not every shader was registered");
+            return bench::failWith(state, "not every shader was registered");
         state.SetIterationTime(sample.whole);
         best.whole = std::min(best.whole, sample.whole);
         best.bytes = sample.bytes;
@@ -222,6 +214,20 @@ std::string growthText(Source source, int count, double perParm)
     return text;
 }
 
+void reportRows(Source source, int count, const Best& best)
+{
+    const std::string metadata =
+        std::string(" (metadata ") + (source == Source::declared ? "declared)" : "in files)");
+    const std::string size = std::to_string(count) + " shaders";
+    bench::report(
+        {"registering shaders" + metadata, size, double(count), 1e6 * best.ours(), 1e6 * best.floor, 2});
+    bench::report({"the same with loading in both" + metadata, size, double(count), 1e6 * best.whole,
+                   1e6 * (best.load + best.floor), 2});
+    if (source == Source::declared)
+        bench::report({"memory of descriptions and templates, for each parameter", size, 0,
+                       best.bytes / (count * bench::parms_per_shader), 0, 0, "bytes"});
+}
+
 void printTable()
 {
     std::printf("\n%d parameters for each shader; ours is registerShaders() less the unavoidable load\n\n",
@@ -240,6 +246,7 @@ void printTable()
                     best.whole / (best.load + best.floor), perParm,
                     growthText(source, count, perParm).c_str(), microsecondsPerParm(best.whole, count),
                     best.bytes / (count * bench::parms_per_shader));
+        reportRows(source, count, best);
     }
     std::printf(
         "\n'whole' has everything in it: starting the renderer, its plug-ins and, for mtd, the files of 100 "
@@ -250,14 +257,11 @@ void printTable()
 
 int main(int argc, char** argv)
 {
-    benchmark::Initialize(&argc, argv);
-    if (benchmark::ReportUnrecognizedArguments(argc, argv))
-        return 2;
-    const bench::ScratchDirectory scratch;
-    for (const int count : sizes)
-        writeMetadata(scratch.path() / std::to_string(count), count);
-    addBenchmarks(scratch.path());
-    const bool ran = benchmark::RunSpecifiedBenchmarks() > 0;
-    printTable();
-    return ran && !failed ? 0 : 1;
+    const auto add = [](const fs::path& scratch)
+    {
+        for (const int count : sizes)
+            writeMetadata(scratch / std::to_string(count), count);
+        addBenchmarks(scratch);
+    };
+    return bench::runBenchmarks(argc, argv, add, printTable);
 }

@@ -122,14 +122,6 @@ struct Result
 };
 
 std::vector<Result> results;
-bool failed = false;
-
-void failWith(benchmark::State& state, const char* text)
-{
-    failed = true;
-    state.SkipWithError(text);
-}
-
 void runMenu(benchmark::State& state, const fs::path& scratch, Layout layout)
 {
     const int count = static_cast<int>(state.range(0));
@@ -140,9 +132,9 @@ void runMenu(benchmark::State& state, const fs::path& scratch, Layout layout)
     {
         Sample sample = {};
         if (!bench::measureApart([&] { return measure(directory); }, sample))
-            return failWith(state, "the measuring process failed");
+            return bench::failWith(state, "the measuring process failed");
         if (sample.offered != count)
-            return failWith(state, "not every asset is offered");
+            return bench::failWith(state, "not every asset is offered");
         result.install.push_back(sample.install);
         result.first.push_back(sample.first);
         result.menu.push_back(sample.menu);
@@ -182,26 +174,27 @@ void printTable()
     std::printf("%-8s %6s %11s %9s %7s %10s %9s %9s %7s\n", "layout", "assets", "install ms", "us/asset",
                 "growth", "first ms", "menu ms", "us/asset", "growth");
     for (const Result& result : results)
+    {
+        bench::report({std::string("a tab menu with assets, ") + nameOf(result.layout),
+                       std::to_string(result.count) + " assets", double(result.count),
+                       bench::median(result.menu), 0, 0});
         std::printf("%-8s %6d %11.2f %9.1f %7s %10.2f %9.2f %9.1f %7s\n", nameOf(result.layout), result.count,
                     1e-3 * bench::median(result.install), result.installPerAsset(),
                     growthText(result, &Result::installPerAsset).c_str(), 1e-3 * bench::median(result.first),
                     1e-3 * bench::median(result.menu), result.menuPerAsset(),
                     growthText(result, &Result::menuPerAsset).c_str());
+    }
 }
 
 } // namespace
 
 int main(int argc, char** argv)
 {
-    benchmark::Initialize(&argc, argv);
-    if (benchmark::ReportUnrecognizedArguments(argc, argv))
-        return 2;
-    const bench::ScratchDirectory scratch;
-    const fs::path directory = scratch.path();
-    bench::isolate(directory / "empty");
-    unsetenv("HH");
-    addBenchmarks(directory);
-    const bool ran = benchmark::RunSpecifiedBenchmarks() > 0;
-    printTable();
-    return ran && !failed ? 0 : 1;
+    const auto add = [](const fs::path& scratch)
+    {
+        bench::isolate(scratch / "empty");
+        unsetenv("HH");
+        addBenchmarks(scratch);
+    };
+    return bench::runBenchmarks(argc, argv, add, printTable);
 }
