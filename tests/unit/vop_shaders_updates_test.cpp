@@ -541,6 +541,17 @@ TEST(CameraEdit, IsSilentWithoutACamera)
     EXPECT_EQ(sent.count(), 0u);
 }
 
+TEST(CameraEdit, EvaluatesNothingWithoutACamera)
+{
+    StandinSession session;
+    OP_Node& lens = wiredCamera(session);
+    newNode(objects(), "null");
+    lens.setString("hou.node('/obj/null1').destroy() or 1", CH_PYTHON_EXPRESSION, "squeeze", 0, 0);
+    EXPECT_TRUE(objects().getChild("null1"));
+    lens.evalFloat("squeeze", 0, 0);
+    EXPECT_FALSE(objects().getChild("null1"));
+}
+
 TEST(CameraEdit, IsSilentWhenTheShaderIsNotWired)
 {
     StandinSession session;
