@@ -10,18 +10,15 @@
 //    of an edit must not grow with either.
 // 5. The camera look-up: an edit of a wired camera shader among cameras that look through another one, against evaluating
 //    the parameter of each.
+#include "bench_scene.h"
 #include "bench_support.h"
-#include "shop.h"
-#include "vop_shaders.h"
 
 #include <CH/CH_Manager.h>
 #include <OP/OP_Director.h>
-#include <OP/OP_OperatorTable.h>
 #include <PRM/PRM_Include.h>
 #include <SYS/SYS_SequentialThreadIndex.h>
 #include <UT/UT_ValArray.h>
 #include <kr_plugin.h>
-#include <standin/host.h>
 #include <zelk/ipr/delta.h>
 #include <zelk/ipr/publisher.h>
 
@@ -30,14 +27,10 @@
 #include <algorithm>
 #include <cstdint>
 #include <cstdio>
-#include <filesystem>
 #include <functional>
 #include <iterator>
-#include <memory>
 #include <string>
 #include <vector>
-
-namespace fs = std::filesystem;
 
 namespace
 {
@@ -152,55 +145,20 @@ void declareCamera()
     KrDeclareParam(sink, "in", KR_TYPE_NODE, nullptr);
 }
 
-/// The host with the bench's shaders registered, and a network for them.
-class Scene
+void declareAll()
 {
-public:
-    explicit Scene(const fs::path& scratch)
-    {
-        bench::isolate(scratch);
-        KrMsgSetConsoleFlags(0);
-        KrBegin();
-        declareShader();
-        declareCamera();
-        for (const int count : parm_counts)
-            declareLongShader(count);
-        standin::startHost();
-        newVopOperator(OP_Network::getOperatorTable("Vop"));
-        newShopOperator(OP_Network::getOperatorTable("Shop"));
-        m_network =
-            static_cast<OP_Network*>(OPgetDirector()->getManager("shop")->createNode("korvan_vopnet", "net"));
-    }
-    ~Scene() { KrEnd(); }
-    Scene(const Scene&) = delete;
-    Scene& operator=(const Scene&) = delete;
-
-    OP_Node& node(const char* type) const { return *m_network->createNode(type); }
-
-    /// That many nodes of a type in a network of their own.
-    std::vector<OP_Node*> nodes(const std::string& type, int count) const
-    {
-        OP_Network& shops = *OPgetDirector()->getManager("shop");
-        OP_Network& network = *static_cast<OP_Network*>(shops.createNode("korvan_vopnet"));
-        std::vector<OP_Node*> made;
-        while (static_cast<int>(made.size()) < count)
-            made.push_back(network.createNode(type.c_str()));
-        return made;
-    }
-
-private:
-    OP_Network* m_network;
-};
-
-void sendParmEvent(OP_Node& node, int parm)
-{
-    node.opChanged(OP_PARM_CHANGED, reinterpret_cast<void*>(static_cast<std::intptr_t>(parm)));
+    declareShader();
+    declareCamera();
+    for (const int count : parm_counts)
+        declareLongShader(count);
 }
 
 // --- Samples ----------------------------------------------------------------------------------------------------
 
 using bench::microsecondsOf;
 using bench::quantile;
+using bench::Scene;
+using bench::sendParmEvent;
 using bench::Times;
 
 struct Result
@@ -404,13 +362,5 @@ void printTable()
 
 int main(int argc, char** argv)
 {
-    std::unique_ptr<Scene> scene;
-    const auto add = [&scene](const fs::path& scratch)
-    {
-        scene.reset(new Scene(scratch));
-        addBenchmarks(*scene);
-    };
-    const int status = bench::runBenchmarks(argc, argv, add, printTable);
-    zelk::ipr::DeltaPublisher::instance().close();
-    return status;
+    return bench::runInScene(argc, argv, declareAll, addBenchmarks, printTable);
 }

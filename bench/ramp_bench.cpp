@@ -10,17 +10,14 @@
 //    Growth is what a key costs in "ours" beside a key at the count before: 1 is linear.
 // 4. Times are processor time of the host's thread: large ramps take longer than the system lets a thread run in one go.
 // 5. Event and floor send the same text, which is looked at once.
+#include "bench_scene.h"
 #include "bench_support.h"
-#include "shop.h"
-#include "vop_shaders.h"
 
 #include <CH/CH_Manager.h>
 #include <OP/OP_Director.h>
-#include <OP/OP_OperatorTable.h>
 #include <PRM/PRM_Parm.h>
 #include <SYS/SYS_SequentialThreadIndex.h>
 #include <kr.h>
-#include <standin/host.h>
 #include <zelk/ipr/delta.h>
 #include <zelk/ipr/observe.h>
 #include <zelk/ipr/publisher.h>
@@ -59,39 +56,14 @@ const RampRow ramp_rows[] = {
     {"rgb", "korvan::ramp_rgb", "zelk__ramp_rgb", "ramp#c", 3, "color", KR_TYPE_RGB},
 };
 
-/// The host with the plug-in's types, and a container for nodes.
-class Scene
+using bench::Scene;
+using bench::sendParmEvent;
+
+OP_Node& newRamp(const Scene& scene, const char* type, int keys)
 {
-public:
-    explicit Scene(const std::filesystem::path& scratch)
-    {
-        bench::isolate(scratch);
-        KrMsgSetConsoleFlags(0);
-        KrBegin();
-        standin::startHost();
-        newVopOperator(OP_Network::getOperatorTable("Vop"));
-        newShopOperator(OP_Network::getOperatorTable("Shop"));
-        m_network =
-            static_cast<OP_Network*>(OPgetDirector()->getManager("shop")->createNode("korvan_vopnet", "net"));
-    }
-    ~Scene() { KrEnd(); }
-    Scene(const Scene&) = delete;
-    Scene& operator=(const Scene&) = delete;
-
-    OP_Node& newRamp(const char* type, int keys) const
-    {
-        OP_Node& ramp = *m_network->createNode(type);
-        ramp.setInt("ramp", 0, 0, keys);
-        return ramp;
-    }
-
-private:
-    OP_Network* m_network;
-};
-
-void sendParmEvent(OP_Node& node, int parm)
-{
-    node.opChanged(OP_PARM_CHANGED, reinterpret_cast<void*>(static_cast<std::intptr_t>(parm)));
+    OP_Node& ramp = scene.node(type);
+    ramp.setInt("ramp", 0, 0, keys);
+    return ramp;
 }
 
 // --- The floor --------------------------------------------------------------------------------------------------
@@ -213,7 +185,7 @@ double timeOfOne(int runs, Run run)
 void runRamp(benchmark::State& state, const Scene& scene, const RampRow& row)
 {
     const int keys = static_cast<int>(state.range(0));
-    OP_Node& ramp = scene.newRamp(row.type, keys);
+    OP_Node& ramp = newRamp(scene, row.type, keys);
     const int parm = ramp.getParmIndex("ramp1pos"), edits = editsFor(keys);
     const Floor floor(ramp, row, keys);
     floor.evaluate();
@@ -284,15 +256,4 @@ void printTable()
 
 } // namespace
 
-int main(int argc, char** argv)
-{
-    std::unique_ptr<Scene> scene;
-    const auto add = [&scene](const std::filesystem::path& scratch)
-    {
-        scene.reset(new Scene(scratch));
-        addBenchmarks(*scene);
-    };
-    const int status = bench::runBenchmarks(argc, argv, add, printTable);
-    zelk::ipr::DeltaPublisher::instance().close();
-    return status;
-}
+int main(int argc, char** argv) { return bench::runInScene(argc, argv, {}, addBenchmarks, printTable); }

@@ -1,5 +1,7 @@
 #include <OP/OP_Parameters.h>
 
+#include "ut/ut_held.h"
+
 #include <vector>
 
 bool OP_Parameters::enableParm(const char* name, int state, int vi)
@@ -59,17 +61,6 @@ std::vector<bool> statesOf(const PRM_ParmList& parms)
     }
     return states;
 }
-
-/// Sets a flag for as long as this lives.
-class Held
-{
-public:
-    explicit Held(bool& flag) : m_flag(flag) { m_flag = true; }
-    ~Held() { m_flag = false; }
-
-private:
-    bool& m_flag;
-};
 } // namespace
 
 bool OP_Parameters::refreshParms()
@@ -77,7 +68,7 @@ bool OP_Parameters::refreshParms()
     // A node that sets parameters while it refreshes would be refreshed for that again.
     if (m_refreshing)
         return false;
-    const Held held(m_refreshing);
+    const UT_Held held(m_refreshing);
     const std::vector<bool> before = statesOf(*m_parms);
     for (int i = 0; i < getNumParms(); ++i)
     {

@@ -1,4 +1,5 @@
 #include "interpreter.h"
+#include "kept_arguments.h"
 
 #include <PY/PY_Python.h>
 #include <standin/host.h>
@@ -77,37 +78,18 @@ void tell(const PY_Result& result, const char* heading)
     standin::report(standin::Severity::Error, text);
 }
 
-/// `sys.argv` and the head of `sys.path`, as long as it lives.
-class ProgramArguments
+/// Sets `sys.argv`, and the head of `sys.path` when it is asked for.
+void tellArguments(const KeptArguments& kept, int argc, char* argv[], bool updatePath)
 {
-public:
-    ProgramArguments(int argc, char* argv[], bool updatePath) : m_sys(py::module_::import("sys"))
-    {
-        m_argv = py::getattr(m_sys, "argv", py::list());
-        m_path = m_sys.attr("path").attr("copy")();
-        if (argc <= 0 || !argv)
-            return;
-        py::list arguments;
-        for (int i = 0; i < argc; ++i)
-            arguments.append(py::cast(Text(argv[i])));
-        m_sys.attr("argv") = arguments;
-        if (updatePath)
-            m_sys.attr("path").attr("insert")(
-                0, py::module_::import("os.path").attr("dirname")(py::list(arguments)[0]));
-    }
-    ProgramArguments(const ProgramArguments&) = delete;
-    ProgramArguments& operator=(const ProgramArguments&) = delete;
-    ~ProgramArguments()
-    {
-        m_sys.attr("argv") = m_argv;
-        m_sys.attr("path") = m_path;
-    }
-
-private:
-    py::module_ m_sys;
-    py::object m_argv;
-    py::object m_path;
-};
+    if (argc <= 0 || !argv)
+        return;
+    py::list arguments;
+    for (int i = 0; i < argc; ++i)
+        arguments.append(py::cast(Text(argv[i])));
+    kept.set(arguments);
+    if (updatePath)
+        kept.searchFirst(py::module_::import("os.path").attr("dirname")(arguments[0]));
+}
 
 // How a value becomes each kind of result. A conversion that fails raises Python's own sentence.
 
@@ -186,7 +168,8 @@ PY_Result PYrunPythonStatements(const char* code, int argc, char* argv[], PY_Eva
     return guarded(
         [&]
         {
-            const ProgramArguments arguments(argc, argv, update_path);
+            const KeptArguments kept;
+            tellArguments(kept, argc, argv, update_path);
             run(code, "exec", namespaceOf(context));
             return PY_Result();
         });

@@ -1,4 +1,5 @@
 #include "interpreter.h"
+#include "kept_arguments.h"
 
 #include <standin/python.h>
 
@@ -63,36 +64,17 @@ py::str decoded(const std::string& bytes)
     return text;
 }
 
-/// `sys.argv` and the leading entry of `sys.path` of a script, as long as it runs.
-class ScriptSurroundings
+/// Gives a script its `sys.argv`, and its directory as the leading entry of `sys.path`.
+void tellArguments(const KeptArguments& kept, const std::string& path, const std::vector<std::string>& args,
+                   const std::string& directory)
 {
-public:
-    ScriptSurroundings(const std::string& path, const std::vector<std::string>& args,
-                       const std::string& directory)
-        : m_sys(py::module_::import("sys"))
-    {
-        py::list argv;
-        argv.append(decoded(path));
-        for (const std::string& arg : args)
-            argv.append(decoded(arg));
-        m_argv = py::getattr(m_sys, "argv", py::list());
-        m_path = m_sys.attr("path").attr("copy")();
-        m_sys.attr("argv") = argv;
-        m_sys.attr("path").attr("insert")(0, decoded(directory));
-    }
-    ScriptSurroundings(const ScriptSurroundings&) = delete;
-    ScriptSurroundings& operator=(const ScriptSurroundings&) = delete;
-    ~ScriptSurroundings()
-    {
-        m_sys.attr("argv") = m_argv;
-        m_sys.attr("path") = m_path;
-    }
-
-private:
-    py::module_ m_sys;
-    py::object m_argv;
-    py::object m_path;
-};
+    py::list argv;
+    argv.append(decoded(path));
+    for (const std::string& arg : args)
+        argv.append(decoded(arg));
+    kept.set(argv);
+    kept.searchFirst(decoded(directory));
+}
 
 int exitStatusOf(const py::error_already_set& exit)
 {
@@ -171,7 +153,8 @@ int runProgram(const std::string& source, const std::string& path, const std::ve
     const int status = statusOf(
         [&]
         {
-            const ScriptSurroundings surroundings(path, args, directory);
+            const KeptArguments kept;
+            tellArguments(kept, path, args, directory);
             py::dict names = python::mainNamespace();
             const bool isFile = path != "-";
             if (isFile)

@@ -1,5 +1,7 @@
 #include <UT/UT_UndoManager.h>
 
+#include "ut/ut_held.h"
+
 #include <algorithm>
 #include <deque>
 #include <exception>
@@ -27,17 +29,6 @@ void runAll(Iterator begin, Iterator end, void (UT_Undo::*run)())
     if (first)
         std::rethrow_exception(first);
 }
-
-/// Sets a flag for as long as this lives.
-class Held
-{
-public:
-    explicit Held(bool& flag) : m_flag(flag) { m_flag = true; }
-    ~Held() { m_flag = false; }
-
-private:
-    bool& m_flag;
-};
 } // namespace
 
 struct UT_UndoManager::Step
@@ -209,7 +200,7 @@ bool UT_UndoManager::perform(History& from, History& to, void (Step::*run)())
     std::unique_ptr<Step> step = from.take();
     if (!step)
         return false;
-    const Held held(m_performing);
+    const UT_Held held(m_performing);
     std::exception_ptr thrown;
     try
     {

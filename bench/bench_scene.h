@@ -1,0 +1,48 @@
+#ifndef BENCH_SCENE_H
+#define BENCH_SCENE_H
+
+#include <filesystem>
+#include <functional>
+#include <string>
+#include <vector>
+
+class OP_Network;
+class OP_Node;
+
+/// @file
+/// What the benchmarks of edits have in common: a host with the plug-in's types, and the host's event for an edit.
+
+namespace bench
+{
+
+/// The host with the plug-in's types registered, and a container for nodes. One in a process.
+class Scene
+{
+public:
+    /// @param scratch  a directory of this run
+    /// @param declare  declares renderer entries, while the renderer runs; may be empty
+    Scene(const std::filesystem::path& scratch, const std::function<void()>& declare);
+    ~Scene();
+    Scene(const Scene&) = delete;
+    Scene& operator=(const Scene&) = delete;
+
+    /// A new node in the container.
+    OP_Node& node(const std::string& type) const;
+
+    /// That many new nodes of a type, in a container of their own.
+    std::vector<OP_Node*> nodes(const std::string& type, int count) const;
+
+private:
+    OP_Network* m_network;
+};
+
+/// The host's event for an edited parameter; -1: for no parameter in particular.
+void sendParmEvent(OP_Node& node, int parm);
+
+/// The whole program of a benchmark in such a scene; see runBenchmarks().
+int runInScene(int argc, char** argv, const std::function<void()>& declare,
+               const std::function<void(const Scene&)>& add, const std::function<void()>& printTable);
+
+} // namespace bench
+
+#endif
