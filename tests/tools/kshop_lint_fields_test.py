@@ -99,6 +99,11 @@ class Ranges(LintCase):
         finding = self.assert_found("slider-range", parameter("f", "softmin = 1.0"), parameter="f")
         self.assertIn("no length", finding["effect"])
 
+    def test_slider_range_of_what_has_no_slider(self):
+        finding = self.assert_found("slider-range", parameter("c", "softmin = 5", "softmax = 2"), parameter="c")
+        self.assertEqual(finding["message"], 'the range goes from 5 by "softmin" to 2 by "softmax"')
+        self.assertIn("no slider", finding["effect"])
+
     def test_type_range_of_a_byte(self):
         text = parameter("b", "max = 1000")
         self.assert_found("type-range", text, parameter="b", message='"max" is 1000, and a byte ends at 255')
@@ -124,6 +129,10 @@ class Ranges(LintCase):
         self.assertEqual(finding["message"], "the slider does not reach the default of f and g")
         both = "softmax = 10"
         self.assert_silent(parameter("f", both) + parameter("g", both), far, rule="default-slider")
+
+    def test_default_slider_of_what_has_no_slider(self):
+        node = shader({"name": "v", "type": "vector", "default": [5, 5, 5]})
+        self.assertEqual(self.found("default-slider", table(), node), [])
 
     def test_default_slider_of_one_parameter_is_about_that(self):
         far = shader({"name": "f", "type": "float", "default": 5})
