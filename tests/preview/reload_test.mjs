@@ -66,6 +66,33 @@ pageTest("the source of a file is shown as it is on the disk", NUMBERS, async (s
   assert.equal(await line("Never above two.").count(), 0);
 });
 
+const LONG_TEXTS = `["zelk__numbers".parameters.soft]
+desc = """Says "one" \\
+    and two = "2" # three"""
+min = 0 # four
+"houdini.label" = '''Soft
+[no table]'''
+softmax = 4
+`;
+
+pageTest("a text of several lines is coloured as a text", NUMBERS, async (s) => {
+  s.preview.writeMetadata(LONG_TEXTS);
+  await s.tab("Source");
+  await s.page.getByLabel("File").selectOption({ label: "shaders.mtd" });
+  const line = (number) => s.page.locator(`.source-line[data-line="${number}"] code`);
+  await s.says(line(2), "Says");
+  const pieces = (number) =>
+    line(number)
+      .locator("span")
+      .evaluateAll((spans) => spans.map((span) => `${span.className}: ${span.textContent}`));
+  assert.deepEqual(await pieces(2), ['text: """Says "one" \\']);
+  assert.deepEqual(await pieces(3), ['text:     and two = "2" # three"""']);
+  assert.deepEqual(await pieces(4), ["literal: 0", "comment: # four"]);
+  assert.deepEqual(await pieces(5), ['key: "houdini.label"', "text: '''Soft"]);
+  assert.deepEqual(await pieces(6), ["text: [no table]'''"]);
+  assert.deepEqual(await pieces(7), ["literal: 4"]);
+});
+
 pageTest(
   "a mistake is marked in the menu, at the field, in the list, and below its line",
   NUMBERS,

@@ -99,6 +99,11 @@ class Ranges(LintCase):
         finding = self.assert_found("slider-range", parameter("f", "softmin = 1.0"), parameter="f")
         self.assertIn("no length", finding["effect"])
 
+    def test_slider_range_of_what_has_no_slider(self):
+        finding = self.assert_found("slider-range", parameter("c", "softmin = 5", "softmax = 2"), parameter="c")
+        self.assertEqual(finding["message"], 'the range goes from 5 by "softmin" to 2 by "softmax"')
+        self.assertIn("no slider", finding["effect"])
+
     def test_type_range_of_a_byte(self):
         text = parameter("b", "max = 1000")
         self.assert_found("type-range", text, parameter="b", message='"max" is 1000, and a byte ends at 255')
@@ -124,6 +129,10 @@ class Ranges(LintCase):
         self.assertEqual(finding["message"], "the slider does not reach the default of f and g")
         both = "softmax = 10"
         self.assert_silent(parameter("f", both) + parameter("g", both), far, rule="default-slider")
+
+    def test_default_slider_of_what_has_no_slider(self):
+        node = shader({"name": "v", "type": "vector", "default": [5, 5, 5]})
+        self.assertEqual(self.found("default-slider", table(), node), [])
 
     def test_default_slider_of_one_parameter_is_about_that(self):
         far = shader({"name": "f", "type": "float", "default": 5})
@@ -172,6 +181,30 @@ class Conditions(LintCase):
         for value in ("two", "1"):
             self.assert_silent(parameter("f", '"houdini.hide_when" = "{ e == %s }"' % value))
 
+    def test_condition_value_of_a_check_box(self):
+        text = parameter("f", '"houdini.hide_when" = "{ t == true }"')
+        finding = self.assert_found("condition-value", text, parameter="f")
+        self.assertEqual(finding["message"],
+                         'the condition compares "t" with "true", and a check box is 0 or 1')
+        for value in ("0", "1", "on", "off"):
+            self.assert_silent(parameter("f", '"houdini.hide_when" = "{ t == %s }"' % value))
+
+    def test_condition_value_of_a_number(self):
+        for term in ("g == full", "i != on", "cr == red"):
+            with self.subTest(term):
+                self.assert_found("condition-value", parameter("f", '"houdini.hide_when" = "{ %s }"' % term),
+                                  parameter="f")
+        for term in ("g == 1", "g == +1", "i != -2", "cr == 0.5", "s == red", "i > full", "isparm(t) == yes"):
+            with self.subTest(term):
+                self.assertEqual(
+                    self.found("condition-value", parameter("f", '"houdini.hide_when" = "{ %s }"' % term)), [])
+
+    def test_condition_value_names_each_token_once(self):
+        text = (parameter("e", '"houdini.menu" = "one;One;one;Again;two;Two"') +
+                parameter("f", '"houdini.hide_when" = "{ e == tow }"'))
+        finding = self.assert_found("condition-value", text, parameter="f", at=(4, 1))
+        self.assertEqual(finding["remedy"], "Write one of the tokens: one and two.")
+
 
 class ConditionsHold(LintCase):
     """What the findings say is what the node in the host does."""
@@ -187,7 +220,10 @@ class ConditionsHold(LintCase):
 
     def test_as_it_is_said(self):
         for condition, hidden in (("{ e == one }", True), ("{ e == tow }", False), ("{ e != tow }", True),
-                                  ("{ gg == 0 }", False), ("{ e==one }", False)):
+                                  ("{ gg == 0 }", False), ("{ e==one }", False),
+                                  ("{ t == 0 }", True), ("{ t == off }", True), ("{ t == false }", False),
+                                  ("{ t != false }", True),
+                                  ("{ g == half }", False), ("{ g == 0.5 }", True), ("{ i == +1 }", True)):
             with self.subTest(condition):
                 self.assertEqual(self.is_hidden(parameter("f", '"houdini.hide_when" = "%s"' % condition)), hidden)
 

@@ -4,6 +4,7 @@
 #include "lint/lint.h"
 #include "lint/rules.h"
 #include "output.h"
+#include "running_renderer.h"
 #include "text.h"
 
 #include <fmt/format.h>
@@ -83,9 +84,10 @@ std::string findingText(const Finding& finding, const Style& style)
     return text;
 }
 
-std::string summaryText(const std::vector<Finding>& findings)
+/// The files that were looked at, and what others say about their shaders.
+std::string summaryText(const std::vector<Finding>& findings, const std::vector<std::string>& lookedAt)
 {
-    std::set<std::string> files;
+    std::set<std::string> files(lookedAt.begin(), lookedAt.end());
     for (const Finding& finding : findings)
         if (!finding.file.empty())
             files.insert(finding.file);
@@ -95,12 +97,13 @@ std::string summaryText(const std::vector<Finding>& findings)
                        advice == 1 ? "piece" : "pieces", countText(files.size(), "file"));
 }
 
-std::string findingsText(const std::vector<Finding>& findings, const Style& style)
+std::string findingsText(const std::vector<Finding>& findings, const std::vector<std::string>& lookedAt,
+                         const Style& style)
 {
     std::string text;
     for (const Finding& finding : findings)
         text += findingText(finding, style);
-    return text + summaryText(findings);
+    return text + summaryText(findings, lookedAt);
 }
 
 Json rulesJson()
@@ -127,8 +130,10 @@ int lintAndPrint(const GlobalOptions& global, const LintCommandOptions& options)
     if (!session.hasPlugins())
         return exit_failure;
     const std::vector<Finding> findings = lint({options.files});
+    const std::vector<std::string> lookedAt =
+        options.files.empty() ? findRendererFiles().metadataFiles : options.files;
     const int written = writeOut(options.json ? jsonText(findingsJson(findings))
-                                              : findingsText(findings, Style::forStandardOutput()));
+                                              : findingsText(findings, lookedAt, Style::forStandardOutput()));
     const bool bad = countOf(findings, "error") > 0 || (options.strict && countOf(findings, "warning") > 0);
     return bad ? static_cast<int>(exit_failure) : written;
 }

@@ -11,7 +11,10 @@
 
 #include <algorithm>
 #include <charconv>
+#include <cstring>
 #include <functional>
+#include <iterator>
+#include <optional>
 
 namespace kshop
 {
@@ -167,28 +170,78 @@ bool isClosedMenu(const TemplateFacts& field)
            (field.menu->type == PRM_CHOICELIST_SINGLE || field.menu->type == PRM_CHOICELIST_EXCLUSIVE);
 }
 
+bool isToggle(const TemplateFacts& field)
+{
+    return field.type && std::string(field.type).find("TOGGLE") != std::string::npos;
+}
+
+bool holdsNumbers(const TemplateFacts& field)
+{
+    static const char* const types[] = {"PRM_FLT", "PRM_INT", "PRM_RGB", "PRM_XYZ"};
+    return field.type && !field.menu && !field.children &&
+           std::any_of(std::begin(types), std::end(types),
+                       [&field](const char* type)
+                       { return std::string(field.type).compare(0, std::strlen(type), type) == 0; });
+}
+
+/// What a field can never be compared with, and what to write.
+struct Mismatch
+{
+    std::string what;
+    std::string remedy;
+};
+
+std::optional<Mismatch> mismatchWithMenu(const TemplateFacts& field, const PRM_ConditionalTerm& term)
+{
+    std::vector<std::string> tokens;
+    for (const auto& [token, label] : field.menu->items)
+        if (std::find(tokens.begin(), tokens.end(), token) == tokens.end())
+            tokens.push_back(token);
+    if (field.token != term.subject || std::find(tokens.begin(), tokens.end(), term.value) != tokens.end())
+        return std::nullopt;
+    return Mismatch{"which is not in its menu" + didYouMean(term.value, tokens),
+                    "Write one of the tokens: " + listed(tokens) + "."};
+}
+
+/// Of a text that is no number; numbers are compared with anything.
+std::optional<Mismatch> mismatch(const TemplateFacts& field, const PRM_ConditionalTerm& term)
+{
+    if (isClosedMenu(field))
+        return mismatchWithMenu(field, term);
+    const bool isToggleWord = term.value == "on" || term.value == "off"; // which the host takes, too
+    if (isToggle(field) && !isToggleWord)
+        return Mismatch{"and a check box is 0 or 1", "Write 1 for on, 0 for off."};
+    if (holdsNumbers(field))
+        return Mismatch{"and the field holds a number", "Write a number, or name the field that is meant."};
+    return std::nullopt;
+}
+
+/// A text that is no number, nor becomes one in an instance of a list.
+bool isWord(const std::string& value)
+{
+    const bool hasSign = !value.empty() && value.front() == '+';
+    return !isNumber(hasSign ? value.substr(1) : value) && value.find('#') == std::string::npos;
+}
+
 void checkValues(const Shader& shader, Report& report)
 {
-    forEachTerm(
-        shader,
-        [&](const Parameter& parameter, const Key& key, const PRM_ConditionalTerm& term)
-        {
-            const TemplateFacts* field = findField(*shader.templates, parameterOf(term));
-            if (!field || field->token != term.subject || !isComparison(term.op) || !isClosedMenu(*field) ||
-                isNumber(term.value))
-                return;
-            std::vector<std::string> tokens;
-            for (const auto& [token, label] : field->menu->items)
-                tokens.push_back(token);
-            if (std::find(tokens.begin(), tokens.end(), term.value) != tokens.end())
-                return;
-            report.add(
-                key.place, parameter.name,
-                {fmt::format("the condition compares {} with {}, which is not in its menu{}",
-                             quoted(term.subject), quoted(term.value), didYouMean(term.value, tokens)),
-                 term.op == PRM_CONDOP_EQ ? "That comparison never holds." : "That comparison always holds.",
-                 "Write one of the tokens: " + listed(tokens) + "."});
-        });
+    forEachTerm(shader,
+                [&](const Parameter& parameter, const Key& key, const PRM_ConditionalTerm& term)
+                {
+                    // A call is about what is there, not about the field's value.
+                    const TemplateFacts* field = findField(*shader.templates, term.subject);
+                    if (!field || !isComparison(term.op) || !isWord(term.value))
+                        return;
+                    const std::optional<Mismatch> found = mismatch(*field, term);
+                    if (!found)
+                        return;
+                    report.add(key.place, parameter.name,
+                               {fmt::format("the condition compares {} with {}, {}", quoted(term.subject),
+                                            quoted(term.value), found->what),
+                                term.op == PRM_CONDOP_EQ ? "That comparison never holds."
+                                                         : "That comparison always holds.",
+                                found->remedy});
+                });
 }
 
 } // namespace
@@ -198,7 +251,7 @@ const std::vector<Rule>& conditionRules()
     static const std::vector<Rule> rules = {
         {"condition-syntax", "error", "a condition that cannot be understood", checkSyntax, nullptr},
         {"condition-parameter", "error", "a condition that names no parameter", checkNames, nullptr},
-        {"condition-value", "warning", "a condition that compares a menu with what it does not have",
+        {"condition-value", "warning", "a condition that compares a field with what it can never be",
          checkValues, nullptr},
     };
     return rules;

@@ -83,7 +83,7 @@ void checkShaderType(const Shader& shader, Report& report)
                     "It counts as absent: the main output is a plain one, which fits no output node's input "
                     "for such "
                     "shaders.",
-                    "Write " + listed(words) + ", or take the line away."});
+                    "Write one of " + listed(words) + ", or take the line away."});
 }
 
 // --- Keys that do nothing where they stand -----------------------------------------------------------------

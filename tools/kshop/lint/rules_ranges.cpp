@@ -51,8 +51,8 @@ void checkHard(const Shader& shader, Report& report)
     }
 }
 
-/// Has a slider: a strip of buttons has none, and what is never shown needs none.
-bool hasSlider(const Parameter& parameter)
+/// Has a range: that of a strip of buttons says nothing, and what is never shown needs none.
+bool hasRange(const Parameter& parameter)
 {
     return parameter.field && parameter.field->range && !parameter.field->menu && !parameter.field->invisible;
 }
@@ -66,22 +66,32 @@ std::string endText(const Parameter& parameter, const char* hard, const char* so
     return numberText(value) + ", as nothing is said";
 }
 
+/// Fields of several components keep a range, but are drawn without a slider.
+bool hasSlider(const Parameter& parameter) { return hasRange(parameter) && parameter.field->size == 1; }
+
+std::string effectOfEnds(const Parameter& parameter, bool inverted)
+{
+    if (!hasSlider(parameter))
+        return "The field has no slider of its own, but its range is empty.";
+    return inverted ? "It is inverted: dragging it to the right makes the value smaller."
+                    : "It has no length: dragging it changes nothing.";
+}
+
 void checkEffective(const Shader& shader, Report& report)
 {
     for (const Parameter& parameter : shader.parameters)
     {
-        if (!hasSlider(parameter) || isInverted(boundOf(parameter, "min"), boundOf(parameter, "max")))
+        if (!hasRange(parameter) || isInverted(boundOf(parameter, "min"), boundOf(parameter, "max")))
             continue;
         const RangeFacts& range = *parameter.field->range;
         if (!(range.min >= range.max))
             continue;
-        report.add(
-            placeOf(parameter, {"min", "softmin", "max", "softmax"}), parameter.name,
-            {fmt::format("the slider goes from {} to {}", endText(parameter, "min", "softmin", range.min),
-                         endText(parameter, "max", "softmax", range.max)),
-             range.min == range.max ? "It has no length: dragging it changes nothing."
-                                    : "It is inverted: dragging it to the right makes the value smaller.",
-             "Write \"softmin\" and \"softmax\" that fit the bounds."});
+        report.add(placeOf(parameter, {"min", "softmin", "max", "softmax"}), parameter.name,
+                   {fmt::format("the {} goes from {} to {}", hasSlider(parameter) ? "slider" : "range",
+                                endText(parameter, "min", "softmin", range.min),
+                                endText(parameter, "max", "softmax", range.max)),
+                    effectOfEnds(parameter, range.min > range.max),
+                    "Write \"softmin\" and \"softmax\" that fit the bounds."});
     }
 }
 
@@ -120,7 +130,7 @@ const DefaultFacts* firstOutside(const TemplateFacts& field, int flag)
 
 bool hasPlainDefault(const Parameter& parameter)
 {
-    return hasSlider(parameter) && parameter.value && parameter.keys.joined("houdini.expression").empty() &&
+    return hasRange(parameter) && parameter.value && parameter.keys.joined("houdini.expression").empty() &&
            parameter.field->range->min <= parameter.field->range->max;
 }
 
@@ -151,7 +161,8 @@ void checkSoftDefault(const Shader& shader, Report& report)
     std::vector<std::string> names;
     KtPlace place = shader.place;
     for (const Parameter& parameter : shader.parameters)
-        if (hasPlainDefault(parameter) && !firstOutside(*parameter.field, PRM_RANGE_RESTRICTED) &&
+        if (hasSlider(parameter) && hasPlainDefault(parameter) &&
+            !firstOutside(*parameter.field, PRM_RANGE_RESTRICTED) &&
             firstOutside(*parameter.field, PRM_RANGE_UI))
         {
             if (names.empty())

@@ -11,6 +11,9 @@ export const CONSOLE = 1;
 export const FINDINGS = 2;
 export const SOURCE = 3;
 
+/** A number for a badge; there is no room for thousands. */
+const countText = (count) => (count > 99 ? "99+" : String(count || ""));
+
 export class Side {
   /** `judged` is called when the findings were read anew. */
   constructor(element, judged) {
@@ -18,7 +21,7 @@ export class Side {
     this.tabs.setLabels(LABELS);
     const panel = (i) => this.tabs.panels[i];
     this.records = new Records(panel(CHANGES), (count) =>
-      this.tabs.setBadge(CHANGES, count ? String(count) : ""),
+      this.tabs.setBadge(CHANGES, countText(count)),
     );
     this.console = new Console(panel(CONSOLE), () => this.news(CONSOLE));
     this.findings = new Findings(panel(FINDINGS), {
@@ -31,7 +34,7 @@ export class Side {
   }
 
   judge(all, judged) {
-    this.tabs.setBadge(FINDINGS, all.length ? String(all.length) : "", gravest(all)?.severity ?? "");
+    this.tabs.setBadge(FINDINGS, countText(all.length), gravest(all)?.severity ?? "");
     this.source.setFindings(all);
     judged();
   }

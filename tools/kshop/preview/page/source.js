@@ -3,26 +3,7 @@
 import { api } from "./api.js";
 import { arrange, el } from "./dom.js";
 import { findingBlock } from "./findings.js";
-
-const PIECES =
-  /(#.*$)|("(?:[^"\\]|\\.)*"|'[^']*')|(\[[^\]]*\]?)|(\b(?:true|false)\b|[-+]?\b\d+(?:\.\d+)?\b)/g;
-const CLASSES = ["comment", "text", "table", "literal"];
-
-/** A line of TOML in coloured pieces. What is not recognised stays plain. */
-export function colored(line) {
-  const table = /^\s*\[/.test(line);
-  if (table) return [el("span", { class: "table", text: line })];
-  const pieces = [];
-  let from = 0;
-  for (const match of line.matchAll(PIECES)) {
-    pieces.push(line.slice(from, match.index));
-    const kind = match.slice(1).findIndex((part) => part !== undefined);
-    const isKey = kind === 1 && /^\s*[=.]/.test(line.slice(match.index + match[0].length));
-    pieces.push(el("span", { class: isKey ? "key" : CLASSES[kind], text: match[0] }));
-    from = match.index + match[0].length;
-  }
-  return [...pieces, line.slice(from)];
-}
+import { colored } from "./toml_colors.js";
 
 // The last directories are what tells files of one name apart.
 function endOf(path) {
@@ -82,14 +63,14 @@ export class Source {
   draw(path, lines) {
     const here = this.findings.filter((finding) => finding.file === path);
     const rows = here.filter((finding) => !finding.line).map((finding) => findingBlock(finding));
-    lines.forEach((line, i) => {
+    colored(lines).forEach((pieces, i) => {
       const mine = here.filter((finding) => finding.line === i + 1);
       rows.push(
         el(
           "div",
           { class: `source-line ${mine[0]?.severity ?? ""}`, data: { line: i + 1 } },
           el("span", { class: "number", text: i + 1 }),
-          el("code", {}, ...colored(line)),
+          el("code", {}, ...pieces),
         ),
       );
       rows.push(...mine.map((finding) => findingBlock(finding)));
