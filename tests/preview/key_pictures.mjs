@@ -1,6 +1,7 @@
 // The pictures of docs/shader-writers.md, made from its own examples. In front of an example stands
 //   <!-- picture: NAME; of: PART...; after: ACTION ARGUMENT..., ... -->
-// where parts and actions are rows of the tables below. A shader of the catalogue has, in a picture, those of its
+// where parts and actions are rows of the tables below. Parts stand one below the other; those joined by a "+" are cut out
+// as they stand on the page. A shader of the catalogue has, in a picture, those of its
 // parameters that the example names.
 
 import fs from "node:fs";
@@ -8,11 +9,11 @@ import path from "node:path";
 import { Preview, eventually, openScene, sleep } from "./scene.mjs";
 
 const DOCS = path.join(path.dirname(new URL(import.meta.url).pathname), "..", "..", "docs");
-const EXAMPLE = /^<!-- picture: ([\w-]+)(?:; of: ([\w ]+))?(?:; after: ([^>]+?))? -->\n```toml\n(.*?)^```$/gms;
-const LOOK = { viewport: { width: 1240, height: 620 }, colorScheme: "light" };
+const EXAMPLE = /^<!-- picture: ([\w-]+)(?:; of: ([\w +]+))?(?:; after: ([^>]+?))? -->\n```toml\n(.*?)^```$/gms;
+const LOOK = { viewport: { width: 1120, height: 620 }, colorScheme: "light" };
 const MARGIN = 6;
 
-// What a picture can hold; it is cut to all of its parts together.
+// What a picture can hold.
 const PARTS = {
   fields: (s) => s.page.locator("#parms > .rows > *"),
   tile: (s) => s.page.locator("#tile .tile"),
@@ -74,7 +75,7 @@ export function keyPictures() {
   return [walk(text), ...examples];
 }
 
-async function boxOf(scene, part) {
+async function boxesOf(scene, part) {
   const all = await PARTS[part](scene).all();
   const boxes = await Promise.all(all.map((element) => element.boundingBox()));
   const shown = boxes.filter((box) => box && box.width > 0 && box.height > 0);
@@ -82,25 +83,50 @@ async function boxOf(scene, part) {
   return shown;
 }
 
-async function frameOf(scene, parts) {
-  const boxes = (await Promise.all(parts.map((part) => boxOf(scene, part)))).flat();
-  const least = (of) => Math.min(...boxes.map(of)) - MARGIN;
-  const most = (of) => Math.max(...boxes.map(of)) + MARGIN;
-  const [x, y] = [Math.max(0, least((b) => b.x)), Math.max(0, least((b) => b.y))];
-  const right = Math.min(LOOK.viewport.width, most((b) => b.x + b.width));
-  const bottom = Math.min(LOOK.viewport.height, most((b) => b.y + b.height));
-  return { x, y, width: right - x, height: bottom - y };
+/** The rectangle around parts that are joined by "+". */
+async function frameOf(scene, joined) {
+  const boxes = (await Promise.all(joined.split("+").map((part) => boxesOf(scene, part)))).flat();
+  const x = Math.max(0, Math.min(...boxes.map((box) => box.x)) - MARGIN);
+  const y = Math.max(0, Math.min(...boxes.map((box) => box.y)) - MARGIN);
+  const right = Math.max(...boxes.map((box) => box.x + box.width)) + MARGIN;
+  const bottom = Math.max(...boxes.map((box) => box.y + box.height)) + MARGIN;
+  return {
+    x,
+    y,
+    width: Math.min(LOOK.viewport.width, right) - x,
+    height: Math.min(LOOK.viewport.height, bottom) - y,
+  };
+}
+
+const SHOT = { animations: "disabled", caret: "hide" };
+
+async function cut(scene, joined) {
+  const clip = await eventually(() => frameOf(scene, joined));
+  return scene.page.screenshot({ ...SHOT, clip });
+}
+
+/** Writes the pieces one below the other. */
+async function stack(scene, pieces, file) {
+  const page = await scene.page.context().newPage();
+  const images = pieces.map((piece) => `<img src="data:image/png;base64,${piece.toString("base64")}">`);
+  await page.setContent(
+    `<div style="display: inline-grid; gap: 4px; justify-items: start">${images.join("")}</div>`,
+  );
+  await page.locator("div").screenshot({ ...SHOT, path: file });
 }
 
 async function prepare(scene, picture) {
   const { page } = scene;
   await page.getByRole("searchbox").fill("rust");
+  // Marks of advice, such as for a missing help, which short examples do not have.
+  const marks = await page.locator(".field .mark").all();
+  await Promise.all(marks.map((mark) => mark.evaluate((element) => (element.style.visibility = "hidden"))));
   if (picture.parts.includes("console")) await page.getByRole("tab", { name: "Console" }).click();
   for (const [verb, ...rest] of picture.actions) {
     await ACTIONS[verb](scene, ...rest);
     await sleep(250); // the node answers, and the page follows
   }
-  if (!picture.parts.includes("popup") && !picture.actions.some(([verb]) => verb === "hover"))
+  if (!picture.parts.some((part) => part.includes("popup")) && !picture.actions.some(([verb]) => verb === "hover"))
     await page.mouse.move(1, 1);
   await page.evaluate(() => document.fonts.ready);
 }
@@ -111,9 +137,11 @@ export async function takeKeyPicture(picture, directory) {
   try {
     const scene = await openScene("korvan::rust", { preview, ...LOOK });
     await prepare(scene, picture);
-    const clip = await eventually(() => frameOf(scene, picture.parts));
     const file = path.join(directory, `${picture.name}.png`);
-    await scene.page.screenshot({ path: file, clip, animations: "disabled", caret: "hide" });
+    const pieces = [];
+    for (const part of picture.parts) pieces.push(await cut(scene, part));
+    if (pieces.length === 1) fs.writeFileSync(file, pieces[0]);
+    else await stack(scene, pieces, file);
     await scene.page.context().close();
     return file;
   } finally {
