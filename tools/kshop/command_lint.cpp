@@ -85,6 +85,8 @@ std::string findingText(const Finding& finding, const Style& style)
 
 std::string summaryText(const std::vector<Finding>& findings)
 {
+    if (findings.empty())
+        return "nothing found\n";
     std::set<std::string> files;
     for (const Finding& finding : findings)
         if (!finding.file.empty())
