@@ -211,3 +211,12 @@ pageTest("a wrong token gets a sentence and no node", NUMBERS, async (s) => {
   assert.equal(await s.page.locator("#parms .field").count(), 0);
   s.complaints.length = 0; // the browser notes the 403
 });
+
+pageTest(
+  "the tile tells the icon's name and how detailed a new node's tile is",
+  "korvan::numbers",
+  async (s) => s.says(s.page.locator("#tile .tile-foot"), "SHELF_numbers · low detail"),
+  {
+    metadata: '["zelk__numbers"]\n"houdini.icon" = "SHELF_numbers"\n"houdini.lod" = "low"\n',
+  },
+);

@@ -1,8 +1,10 @@
 // Makes the pictures of the documents from the running page: node pictures.mjs DIRECTORY [NAME...]
-// A picture is a row of the table: the type to show, what is done before, and the part of the page that is kept.
+// A picture is a row of the table: the type to show, what is done before, and the part of the page that is kept. The
+// pictures of metadata keys come from the page that shows them; the name "keys" stands for all of them.
 
 import fs from "node:fs";
 import path from "node:path";
+import { keyPictures, takeKeyPicture } from "./key_pictures.mjs";
 import { Preview, closeBrowser, openScene } from "./scene.mjs";
 
 const WIDE = { width: 1280, height: 700 };
@@ -111,6 +113,10 @@ const PICTURES = [
   },
 ];
 
+function told(file) {
+  console.log(`${file}: ${(fs.statSync(file).size / 1024).toFixed(1)} kB`);
+}
+
 async function take(picture, directory) {
   const preview = new Preview({
     catalogue: picture.catalogue ?? { nodes: [] },
@@ -123,15 +129,20 @@ async function take(picture, directory) {
     const file = path.join(directory, `${picture.name}.png`);
     await scene.page.screenshot({ path: file, animations: "disabled", caret: "hide" });
     await scene.page.context().close();
-    console.log(`${file}: ${Math.round(fs.statSync(file).size / 1024)} kB`);
+    told(file);
   } finally {
     await preview.remove();
   }
 }
 
 const [directory, ...names] = process.argv.slice(2);
-fs.mkdirSync(directory, { recursive: true });
+const keys = path.join(directory, "keys");
+fs.mkdirSync(keys, { recursive: true });
+const isWanted = (...known) => names.length === 0 || known.some((name) => names.includes(name));
 for (const picture of PICTURES) {
-  if (names.length === 0 || names.includes(picture.name)) await take(picture, directory);
+  if (isWanted(picture.name)) await take(picture, directory);
+}
+for (const picture of keyPictures()) {
+  if (isWanted("keys", picture.name)) told(await takeKeyPicture(picture, keys));
 }
 await closeBrowser();

@@ -112,6 +112,11 @@ class Command(PreviewCase):
         self.assertIn("cannot write the output", lines[0])
         self.assertIn("http://127.0.0.1:", lines[1])
 
+    def test_says_why_a_shader_to_open_may_not_be_there(self):
+        complaint = self.failure_of("preview", "--port", "0", "--open", "rust", KORVAN_CATALOGUE=self.scratch / "gone.json")
+        self.assertIn('kshop: --open: there is no shader "rust"', complaint)
+        self.assertIn("kshop: error: [korvan_catalogue] Cannot read the catalogue %s/gone.json" % self.scratch, complaint)
+
     def test_says_when_no_plug_in_can_be_loaded(self):
         empty = self.scratch / "empty"
         empty.mkdir()

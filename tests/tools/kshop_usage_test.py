@@ -48,6 +48,12 @@ class Usage(KshopCase):
                 self.assertEqual(run.stderr, f"kshop: no plug-in could be loaded; looked in: {self.scratch}. "
                                              "'kshop env' tells more, and --dso names one\n")
 
+    def test_tells_of_a_search_path_that_leaves_out_its_own_plug_in(self):
+        shown = self.failure_of("list", HOUDINI_PATH=self.scratch)
+        self.assertEqual(shown, f"kshop: no plug-in could be loaded; looked in: {self.scratch}/dso. HOUDINI_PATH has no '&', "
+                                f"which stands for what is searched without it: write \"{self.scratch};&\". "
+                                "'kshop env' tells more, and --dso names one\n")
+
     def test_names_a_file_that_is_no_plug_in_and_tells_why(self):
         plugin = self.write("dso/text.so", "this is no shared object\n")
         shown = self.failure_of("--dso", plugin.parent, "list")

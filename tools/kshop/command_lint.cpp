@@ -88,6 +88,8 @@ std::string findingText(const Finding& finding, const Style& style)
 std::string summaryText(const std::vector<Finding>& findings, const std::vector<std::string>& lookedAt)
 {
     std::set<std::string> files(lookedAt.begin(), lookedAt.end());
+    if (findings.empty())
+        return fmt::format("nothing found in {}\n", countText(files.size(), "file"));
     for (const Finding& finding : findings)
         if (!finding.file.empty())
             files.insert(finding.file);

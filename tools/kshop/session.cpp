@@ -105,15 +105,30 @@ void Session::showComplaints() const
             complain(fmt::format("{}: {}", severityWord(message.severity), message.text));
 }
 
+namespace
+{
+
+/// A remedy for the search path that leaves out kshop's own tree, or nothing.
+std::string pathRemedy()
+{
+    const char* const path = std::getenv("HOUDINI_PATH");
+    if (!path || std::getenv("HOUDINI_DSO_PATH") || std::string(path).find('&') != std::string::npos)
+        return "";
+    return " HOUDINI_PATH has no '&', which stands for what is searched without it: write \"" +
+           std::string(path) + ";&\".";
+}
+
+} // namespace
+
 bool Session::hasPlugins() const
 {
     const std::vector<standin::PluginReport> reports = standin::pluginReports();
     if (std::any_of(reports.begin(), reports.end(),
                     [](const standin::PluginReport& report) { return report.loaded; }))
         return true;
-    complain(
-        fmt::format("no plug-in could be loaded; looked in: {}. 'kshop env' tells more, and --dso names one",
-                    joined(standin::pluginSearchPath(), ", ")));
+    complain(fmt::format(
+        "no plug-in could be loaded; looked in: {}.{} 'kshop env' tells more, and --dso names one",
+        joined(standin::pluginSearchPath(), ", "), pathRemedy()));
     return false;
 }
 

@@ -29,6 +29,14 @@ void fillStandardDescriptors()
             open("/dev/null", O_RDONLY); // the lowest free number: this one
 }
 
+/// What was said against the files while the shaders were registered; the page that would show it does not open.
+void showComplaints(const Json& messages)
+{
+    for (const Json& message : messages)
+        if (message["severity"] != "info")
+            complain(message["severity"].get<std::string>() + ": " + message["text"].get<std::string>());
+}
+
 /// The type that --open names: itself, or the shader's or type's name without what is in front of it. Empty, after a
 /// sentence, when there is none.
 std::string typeToOpen(const std::string& name, const Json& types)
@@ -137,8 +145,12 @@ int runPreview(const GlobalOptions& global, const PreviewOptions& options)
     if (!supervisor.start())
         return interruption.came() ? exit_ok : exit_failure;
     std::string type;
-    if (!options.open.empty() && (type = typeToOpen(options.open, supervisor.state()["types"])).empty())
+    const Json state = supervisor.state();
+    if (!options.open.empty() && (type = typeToOpen(options.open, state["types"])).empty())
+    {
+        showComplaints(state["messages"]);
         return exit_failure;
+    }
     server->serve();
     printAddress(
         fmt::format("http://127.0.0.1:{}/?token={}{}", port, guard.token(), type.empty() ? "" : "#" + type));

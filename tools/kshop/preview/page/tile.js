@@ -34,6 +34,7 @@ export class Tile {
     this.detail = el("span", { class: "quiet" });
     this.inputs = el("ul", { class: "connectors inputs", "aria-label": "Inputs" });
     this.outputs = el("ul", { class: "connectors outputs", "aria-label": "Outputs" });
+    this.foot = el("div", { class: "tile-foot quiet" });
     this.error = el("p", { class: "error", role: "alert", hidden: true });
     element.append(
       el(
@@ -41,6 +42,7 @@ export class Tile {
         { class: "tile", role: "group", "aria-label": "Node tile" },
         el("div", { class: "tile-head" }, this.name, this.detail),
         el("div", { class: "tile-body scroll" }, this.inputs, this.outputs),
+        this.foot,
       ),
       this.error,
     );
@@ -50,7 +52,7 @@ export class Tile {
     this.node = node;
     setText(this.name, node.name);
     setText(this.detail, `${node.inputs.length} in · ${node.outputs.length} out`);
-    this.detail.title = node.lod ? `Level of detail: ${node.lod}` : "";
+    setText(this.foot, [node.icon, node.lod && `${node.lod} detail`].filter(Boolean).join(" · "));
     arrange(
       this.inputs,
       node.inputs.map((input, i) => this.inputItem(input, i)),
