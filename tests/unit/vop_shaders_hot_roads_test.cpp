@@ -71,16 +71,31 @@ public:
 
 } // namespace
 
-void* operator new(std::size_t size)
+// Every form that the others might be made of, so that none is paired with another's.
+void* operator new(std::size_t size, const std::nothrow_t&) noexcept
 {
     ++allocation_count;
-    if (void* memory = std::malloc(size ? size : 1))
+    return std::malloc(size ? size : 1);
+}
+
+void* operator new(std::size_t size)
+{
+    if (void* memory = operator new(size, std::nothrow))
         return memory;
     throw std::bad_alloc();
 }
 
+void* operator new[](std::size_t size) { return operator new(size); }
+void* operator new[](std::size_t size, const std::nothrow_t& none) noexcept
+{
+    return operator new(size, none);
+}
 void operator delete(void* memory) noexcept { std::free(memory); }
 void operator delete(void* memory, std::size_t) noexcept { std::free(memory); }
+void operator delete(void* memory, const std::nothrow_t&) noexcept { std::free(memory); }
+void operator delete[](void* memory) noexcept { std::free(memory); }
+void operator delete[](void* memory, std::size_t) noexcept { std::free(memory); }
+void operator delete[](void* memory, const std::nothrow_t&) noexcept { std::free(memory); }
 
 TEST(HotRoad, OfLabelsAllocatesNothing)
 {

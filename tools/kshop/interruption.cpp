@@ -1,5 +1,6 @@
 #include "interruption.h"
 
+#include <atomic>
 #include <csignal>
 #include <cstddef>
 #include <iterator>
@@ -12,15 +13,17 @@ namespace
 
 const int noted_signals[] = {SIGINT, SIGTERM, SIGHUP};
 struct sigaction former_actions[std::size(noted_signals)];
-volatile std::sig_atomic_t signal_came = 0;
+/// Asked for by other threads, too. Never locks, as a signal's handler must not.
+std::atomic<bool> signal_came(false);
+static_assert(std::atomic<bool>::is_always_lock_free, "a signal's handler must not wait");
 
-extern "C" void noteSignal(int) { signal_came = 1; }
+extern "C" void noteSignal(int) { signal_came = true; }
 
 } // namespace
 
 Interruption::Interruption()
 {
-    signal_came = 0;
+    signal_came = false;
     struct sigaction action = {};
     action.sa_handler = noteSignal; // without SA_RESTART: what waits is to wake up
     sigemptyset(&action.sa_mask);
@@ -38,6 +41,6 @@ Interruption::~Interruption()
         sigaction(noted_signals[i], &former_actions[i], nullptr);
 }
 
-bool Interruption::came() const { return signal_came != 0; }
+bool Interruption::came() const { return signal_came; }
 
 } // namespace kshop
