@@ -21,10 +21,9 @@ namespace
 
 std::string unknownTypeText(const std::string& type, const std::vector<std::string>& known)
 {
-    const std::vector<std::string> near = nearestNames(type, known);
-    const std::string hint =
-        near.empty() ? "'kshop list' shows all" : "did you mean " + joined(near, " or ") + "?";
-    return fmt::format("no plug-in registered a type called '{}'; {}", type, hint);
+    const std::string hint = didYouMean(type, known);
+    return fmt::format("no plug-in registered a type called '{}'; {}", type,
+                       hint.empty() ? "'kshop list' shows all" : hint);
 }
 
 std::vector<std::string> namesOf(const Session& session)

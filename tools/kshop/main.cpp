@@ -374,10 +374,10 @@ bool refuseUnknownWord(const CLI::App& app, const std::string& word)
     const bool known = std::find(commands.begin(), commands.end(), word) != commands.end();
     if (word.empty() || known || app.get_option_no_throw(word))
         return false;
-    const std::string near = joined(nearestNames(word, commands), " or ");
+    const std::string hint = didYouMean(word, commands);
     complain(fmt::format("there is no {} {}; {}'kshop --help' lists them",
                          word[0] == '-' ? "option" : "command", kshop::quoted(word),
-                         near.empty() ? near : "did you mean " + near + "? "));
+                         hint.empty() ? hint : hint + " "));
     return true;
 }
 

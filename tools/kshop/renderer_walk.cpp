@@ -1,6 +1,7 @@
 #include "renderer_walk.h"
 
 #include "operator_facts.h"
+#include "text.h"
 
 #include <OP/OP_Operator.h>
 #include <kr.h>
@@ -38,14 +39,6 @@ std::string kindText(int kind)
         if (row.kind == kind)
             return std::string("a ") + row.word;
     return fmt::format("of the unknown kind {}", kind);
-}
-
-/// The type name that the plug-in gives an entry.
-std::string operatorName(const std::string& entryName)
-{
-    const std::string_view prefix = "zelk__";
-    const bool prefixed = entryName.compare(0, prefix.size(), prefix) == 0;
-    return "korvan::" + (prefixed ? entryName.substr(prefix.size()) : entryName);
 }
 
 bool asksToBeSkipped(const KtNodeEntry* entry)

@@ -195,6 +195,19 @@ std::vector<std::string> nearestNames(const std::string& name, const std::vector
     return result;
 }
 
+std::string didYouMean(const std::string& name, const std::vector<std::string>& candidates)
+{
+    const std::string near = joined(nearestNames(name, candidates), " or ");
+    return near.empty() ? near : "did you mean " + near + "?";
+}
+
+std::string operatorName(const std::string& entryName)
+{
+    const std::string_view prefix = "zelk__";
+    const bool prefixed = entryName.compare(0, prefix.size(), prefix) == 0;
+    return "korvan::" + (prefixed ? entryName.substr(prefix.size()) : entryName);
+}
+
 std::string tableText(const std::vector<std::vector<std::string>>& rows, const std::string& indent)
 {
     const std::vector<std::size_t> widths = columnWidths(rows);

@@ -37,6 +37,12 @@ std::string joined(const std::vector<std::string>& words, const std::string& sep
 /// At most three of `candidates` that look like `name`, the most similar first; may be empty.
 std::vector<std::string> nearestNames(const std::string& name, const std::vector<std::string>& candidates);
 
+/// "did you mean A or B?" with those of them; empty when there are none.
+std::string didYouMean(const std::string& name, const std::vector<std::string>& candidates);
+
+/// The type name that the plug-in gives a renderer entry: "korvan::image" of "zelk__image".
+std::string operatorName(const std::string& entryName);
+
 /// Rows of cells as text, each column as wide as its widest cell, two blanks between columns, none at a line's end.
 /// Cells hold printable text; a row may be shorter than others.
 std::string tableText(const std::vector<std::vector<std::string>>& rows, const std::string& indent = "");

@@ -1,6 +1,7 @@
 #include "model.h"
 
 #include "../operator_facts.h"
+#include "../text.h"
 
 #include <OP/OP_Operator.h>
 #include <kr.h>
@@ -80,13 +81,6 @@ Parameter readParameter(const KtNodeEntry* entry, const KtParamEntry* param, boo
         read.items.emplace_back(*items);
     read.unseen = whyUnseen(read, ofCamera);
     return read;
-}
-
-std::string typeNameOf(const std::string& entryName)
-{
-    const std::string_view prefix = "zelk__";
-    const bool prefixed = entryName.compare(0, prefix.size(), prefix) == 0;
-    return "korvan::" + (prefixed ? entryName.substr(prefix.size()) : entryName);
 }
 
 std::string whyUnseen(const Shader& shader, const KtNodeEntry* entry)
@@ -195,7 +189,7 @@ bool Keys::isSet(const std::string& name) const
 
 Shader::Shader(const KtNodeEntry* rendererEntry)
     : name(KrNodeEntryGetName(rendererEntry)),
-      type(typeNameOf(name)),
+      type(operatorName(name)),
       isCamera(KrNodeEntryGetType(rendererEntry) == KR_NODE_CAMERA),
       keys(rendererEntry, nullptr),
       place(tablePlace(rendererEntry, nullptr))

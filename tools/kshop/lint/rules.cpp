@@ -25,7 +25,7 @@ std::vector<Rule> allRules()
     return all;
 }
 
-std::string didYouMean(const std::string& name, const std::vector<std::string>& candidates)
+std::string suggestion(const std::string& name, const std::vector<std::string>& candidates)
 {
     std::vector<std::string> near;
     for (const std::string& candidate : nearestNames(name, candidates))

@@ -72,8 +72,8 @@ std::vector<Rule> allRules();
 
 // --- Words that several families need ----------------------------------------------------------------------
 
-/// "; did you mean A or B?", or nothing.
-std::string didYouMean(const std::string& name, const std::vector<std::string>& candidates);
+/// "; did you mean "A" or "B"?", or nothing: didYouMean() with the names in quotes.
+std::string suggestion(const std::string& name, const std::vector<std::string>& candidates);
 
 /// "a, b and c", at most eight of them, then "and 3 more".
 std::string listed(const std::vector<std::string>& names);

@@ -120,7 +120,7 @@ std::string whyNone(const Shader& shader, const std::string& name)
     if (parameter)
         return fmt::format("the condition asks for {}, which has no field", quoted(name));
     return fmt::format("the condition asks for {}, which is no parameter{}", quoted(name),
-                       didYouMean(name, fieldNames(shader)));
+                       suggestion(name, fieldNames(shader)));
 }
 
 /// Calls for each term of each condition whose text can be understood.
@@ -199,7 +199,7 @@ std::optional<Mismatch> mismatchWithMenu(const TemplateFacts& field, const PRM_C
             tokens.push_back(token);
     if (field.token != term.subject || std::find(tokens.begin(), tokens.end(), term.value) != tokens.end())
         return std::nullopt;
-    return Mismatch{"which is not in its menu" + didYouMean(term.value, tokens),
+    return Mismatch{"which is not in its menu" + suggestion(term.value, tokens),
                     "Write one of the tokens: " + listed(tokens) + "."};
 }
 

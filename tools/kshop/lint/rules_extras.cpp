@@ -42,7 +42,7 @@ void checkKind(const Shader& shader, Report& report)
         if (std::find(kinds().begin(), kinds().end(), extra.kind) == kinds().end())
             report.add(extra.key->place, extra.name,
                        {fmt::format("there is no kind of extra parameter {}{}", quoted(extra.kind),
-                                    didYouMean(extra.kind, kinds())),
+                                    suggestion(extra.kind, kinds())),
                         "Nothing is shown, but it takes a place in the list: a folder counts it.",
                         "Write one of " + listed(kinds()) + "."});
 }
@@ -74,7 +74,7 @@ void checkSubKeys(const Shader& shader, Report& report)
         if (words.size() > 5 || !isSubKey(words[4]))
             report.add(key.place, words[3],
                        {fmt::format("nobody reads the key {}{}", quoted(key.name),
-                                    didYouMean(words[4], knownKeyNames(KeyOwner::Extra))),
+                                    suggestion(words[4], knownKeyNames(KeyOwner::Extra))),
                         "It changes nothing.",
                         "Write one of " + listed(knownKeyNames(KeyOwner::Extra)) +
                             " behind the extra parameter's key."});

@@ -68,7 +68,7 @@ void checkShaders(const Library& library, Report& report)
             [&](const LeftOut& item)
             {
                 report.add(item.place, item.entry, "",
-                           {"there is no shader " + quoted(item.entry) + didYouMean(item.entry, names),
+                           {"there is no shader " + quoted(item.entry) + suggestion(item.entry, names),
                             "The whole table counts for nothing.",
                             "Correct the name, or install the plug-in that declares it."});
             });
@@ -86,7 +86,7 @@ void checkParameters(const Library& library, Report& report)
                             names.push_back(parameter.name);
                 report.add(item.place, item.entry, item.parameter,
                            {quoted(item.entry) + " has no parameter " + quoted(item.parameter) +
-                                didYouMean(item.parameter, names),
+                                suggestion(item.parameter, names),
                             "The whole table counts for nothing.",
                             "Correct the name, or take the table away."});
             });

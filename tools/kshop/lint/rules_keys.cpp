@@ -66,7 +66,7 @@ void checkUnknown(const Shader& shader, Report& report)
                        return;
                    report.add(key.place, parameter,
                               {"nobody reads the key " + quoted(key.name) +
-                                   didYouMean(key.name, knownKeyNames(owner)),
+                                   suggestion(key.name, knownKeyNames(owner)),
                                "It changes nothing.", "Correct the name, or take the line away."});
                });
 }

@@ -142,7 +142,7 @@ void checkWord(const Shader& shader, Report& report)
         if (const MenuType type = menuTypeOf(parameter); type.isMenu && !type.hasKnownWord())
             report.add(placeOf(parameter, "houdini.type"), parameter.name,
                        {fmt::format("there is no kind of menu {}{}", quoted(type.word),
-                                    didYouMean(type.word, listOf(menu_words))),
+                                    suggestion(type.word, listOf(menu_words))),
                         "The field is a plain text without a menu.",
                         "Write one of " + listed(listOf(menu_words)) + "."});
 }
@@ -155,7 +155,7 @@ void checkSource(const Shader& shader, Report& report)
             report.add(placeOf(parameter, "houdini.type"), parameter.name,
                        {type.source.empty() ? std::string("the type does not say where the menu comes from")
                                             : fmt::format("a menu cannot come from {}{}", quoted(type.source),
-                                                          didYouMean(type.source, listOf(source_words))),
+                                                          suggestion(type.source, listOf(source_words))),
                         "The field is a plain text without a menu.",
                         fmt::format("Write \"menu:{}:menu\", or python or hscript in place of the last word.",
                                     type.word)});
@@ -228,7 +228,7 @@ void checkLength(const Shader& shader, Report& report)
             if (std::find(parameter.items.begin(), parameter.items.end(), token) == parameter.items.end())
                 report.add(key->place, parameter.name,
                            {fmt::format("the menu has the token {}, which the enumeration does not have{}",
-                                        quoted(token), didYouMean(token, parameter.items)),
+                                        quoted(token), suggestion(token, parameter.items)),
                             "The renderer does not know the item that the artist chooses.",
                             "Write the enumeration's own names as tokens: " + listed(parameter.items) + "."});
     }

@@ -79,7 +79,7 @@ void checkShaderType(const Shader& shader, Report& report)
     const std::string text = shader.keys.joined("houdini.shader_type");
     if (key && !text.empty() && std::find(words.begin(), words.end(), text) == words.end())
         report.add(key->place, "",
-                   {fmt::format("there is no shader type {}{}", quoted(text), didYouMean(text, words)),
+                   {fmt::format("there is no shader type {}{}", quoted(text), suggestion(text, words)),
                     "It counts as absent: the main output is a plain one, which fits no output node's input "
                     "for such "
                     "shaders.",

@@ -33,7 +33,7 @@ std::string whyNothing(const Shader& shader, const std::string& word, const std:
         return fmt::format("names {}, for which a ramp stands", quoted(word));
     if (word.find_first_of("\n\t\r,;") != std::string::npos)
         return fmt::format("has the word {}, which names nothing: only blanks separate words", quoted(word));
-    return fmt::format("names {}, which is no parameter{}", quoted(word), didYouMean(word, names));
+    return fmt::format("names {}, which is no parameter{}", quoted(word), suggestion(word, names));
 }
 
 void checkNames(const Shader& shader, Report& report)

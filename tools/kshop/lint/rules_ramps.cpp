@@ -51,7 +51,7 @@ void checkNames(const Shader& shader, Report& report)
                 report.add(
                     extra.key->place, extra.name,
                     {fmt::format("the ramp names {}, which is no parameter of the shader{}", quoted(word),
-                                 didYouMean(word, arraysOf(shader))),
+                                 suggestion(word, arraysOf(shader))),
                      "That part of the ramp stands for nothing, and the array that was meant is still shown.",
                      "Correct the name."});
             else if (!seen.insert(word).second)

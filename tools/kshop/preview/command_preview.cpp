@@ -41,18 +41,17 @@ void showComplaints(const Json& messages)
 /// sentence, when there is none.
 std::string typeToOpen(const std::string& name, const Json& types)
 {
-    const std::string shader = name.compare(0, 6, "zelk__") == 0 ? name.substr(6) : name;
     std::vector<std::string> known;
     for (const Json& type : types)
     {
         const std::string candidate = type["name"];
-        if (candidate == name || candidate == "korvan::" + shader)
+        if (candidate == name || candidate == operatorName(name))
             return candidate;
         known.push_back(candidate);
     }
-    const std::string near = joined(nearestNames(name, known), " or ");
+    const std::string hint = didYouMean(name, known);
     complain(fmt::format("--open: there is no shader {}; {}'kshop list' shows all", kshop::quoted(name),
-                         near.empty() ? near : "did you mean " + near + "? "));
+                         hint.empty() ? hint : hint + " "));
     return "";
 }
 

@@ -28,9 +28,9 @@ std::vector<std::string> namesOf(const std::vector<OP_Operator*>& types)
 
 RequestError noSuchType(const std::string& type, const std::vector<OP_Operator*>& types)
 {
-    const std::string near = joined(nearestNames(type, namesOf(types)), " or ");
+    const std::string hint = didYouMean(type, namesOf(types));
     return RequestError(404, fmt::format("There is no shader type {}{}", kshop::quoted(type),
-                                         near.empty() ? "." : "; did you mean " + near + "?"));
+                                         hint.empty() ? "." : "; " + hint));
 }
 
 } // namespace
