@@ -1,6 +1,8 @@
 #ifndef BENCH_SCENE_H
 #define BENCH_SCENE_H
 
+#include "bench_support.h"
+
 #include <filesystem>
 #include <functional>
 #include <string>
@@ -38,6 +40,31 @@ private:
 
 /// The host's event for an edited parameter; -1: for no parameter in particular.
 void sendParmEvent(OP_Node& node, int parm);
+
+/// What one edit took, sample by sample: by the host's event, by the event without a record, and by the floor.
+class EditTimes
+{
+public:
+    typedef std::function<void()> Run;
+
+    /// Takes one sample of each, right after one another so that all meet the same machine.
+    /// @param clock  the microseconds that a run takes
+    void sample(const std::function<double(const Run&)>& clock, const Run& event, const Run& silent,
+                const Run& floor);
+
+    const Times& event() const { return m_event; }
+    const Times& silent() const { return m_silent; }
+    const Times& floor() const { return m_floor; }
+
+    /// The event without what the host does for any event.
+    double ours() const { return median(m_event) - median(m_silent); }
+    double strictRatio() const { return ours() / median(m_floor); }
+    /// With the host's share on both sides.
+    double wholeRatio() const { return median(m_event) / (median(m_silent) + median(m_floor)); }
+
+private:
+    Times m_event, m_silent, m_floor;
+};
 
 /// The whole program of a benchmark in such a scene; see runBenchmarks().
 int runInScene(int argc, char** argv, const std::function<void()>& declare,

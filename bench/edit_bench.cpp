@@ -164,15 +164,8 @@ using bench::Times;
 struct Result
 {
     std::string name;
-    Times event, silent, floor;
+    bench::EditTimes times;
     std::size_t bytes; ///< of one record; 0 when none is sent
-
-    double ours() const { return quantile(event, 0.5) - quantile(silent, 0.5); }
-    double strictRatio() const { return ours() / quantile(floor, 0.5); }
-    double wholeRatio() const
-    {
-        return quantile(event, 0.5) / (quantile(silent, 0.5) + quantile(floor, 0.5));
-    }
 };
 
 std::vector<Result> results;
@@ -186,19 +179,11 @@ void measure(
     for (auto _ : state)
     {
         goOn();
-        silent(); // so that none of the three is the one that finds the node outside the caches
-        // In turns: the first to send wakes the publisher's thread.
-        const bool eventFirst = result.event.size() % 2 == 0;
-        if (eventFirst)
-            result.event.push_back(microsecondsOf(event));
-        result.silent.push_back(microsecondsOf(silent));
-        result.floor.push_back(microsecondsOf(floor));
-        if (!eventFirst)
-            result.event.push_back(microsecondsOf(event));
-        state.SetIterationTime(1e-6 * result.event.back());
+        result.times.sample(microsecondsOf, event, silent, floor);
+        state.SetIterationTime(1e-6 * result.times.event().back());
     }
-    state.counters["p50_us"] = quantile(result.event, 0.5);
-    state.counters["p99_us"] = quantile(result.event, 0.99);
+    state.counters["p50_us"] = quantile(result.times.event(), 0.5);
+    state.counters["p99_us"] = quantile(result.times.event(), 0.99);
     zelk::ipr::DeltaPublisher::instance().flush(1000);
 }
 
@@ -221,7 +206,7 @@ void runEdit(benchmark::State& state, const Scene& scene, const TypeRow& row)
         zelk::ipr::DeltaPublisher::instance().send(std::move(text));
     };
     floor();
-    Result result = {row.name, {}, {}, {}, bytes};
+    Result result = {row.name, {}, bytes};
     measure(
         state, result, [&] { sendParmEvent(node, parm); }, [&] { sendParmEvent(node, -1); }, floor);
     results.push_back(result);
@@ -250,7 +235,7 @@ void runLong(benchmark::State& state, const Scene& scene, const std::string& nam
         zelk::ipr::DeltaPublisher::instance().send(std::move(text));
     };
     floor();
-    Result result = {name, {}, {}, {}, bytes};
+    Result result = {name, {}, bytes};
     measure(
         state, result, [&] { sendParmEvent(*nodes[turn], parm); }, [&] { sendParmEvent(*nodes[turn], -1); },
         floor, [&] { turn = (turn + 1) % nodes.size(); });
@@ -290,7 +275,7 @@ void runCameras(benchmark::State& state, const Scene& scene)
             benchmark::DoNotOptimize(chosen.buffer());
         }
     };
-    Result result = {std::to_string(count) + " cameras", {}, {}, {}, 0};
+    Result result = {std::to_string(count) + " cameras", {}, 0};
     measure(
         state, result, [&] { sendParmEvent(lens, parm); }, [&] { sendParmEvent(lens, -1); }, floor);
     results.push_back(result);
@@ -331,16 +316,16 @@ void reportRow(const Result& result)
     const std::size_t blank = result.name.find(' ');
     const bool hasSize = blank != std::string::npos;
     const std::string of = hasSize ? result.name.substr(blank + 1) : result.name;
-    const double floor = quantile(result.floor, 0.5);
+    const double floor = quantile(result.times.floor(), 0.5);
     if (!hasSize)
-        bench::report({"one edit", of, 0, result.ours(), floor, 1.3});
+        bench::report({"one edit", of, 0, result.times.ours(), floor, 1.3});
     else if (of != "cameras")
         bench::report({of == "parms" ? "one edit of a shader with many parameters"
                                      : "one edit among nodes of 300 parameters",
-                       result.name, 0, result.ours(), floor, 1.3});
+                       result.name, 0, result.times.ours(), floor, 1.3});
     else if (std::stoi(result.name) > 0)
-        bench::report(
-            {"one edit of a camera's shader", result.name, std::stod(result.name), result.ours(), floor, 0});
+        bench::report({"one edit of a camera's shader", result.name, std::stod(result.name),
+                       result.times.ours(), floor, 0});
 }
 
 void printTable()
@@ -352,13 +337,13 @@ void printTable()
     for (const Result& result : results)
     {
         reportRow(result);
-        const bool hasFloor = result.bytes || quantile(result.floor, 0.5) > 0.2;
-        const std::string strict = hasFloor ? std::to_string(result.strictRatio()).substr(0, 5) : "-";
-        const std::string whole = hasFloor ? std::to_string(result.wholeRatio()).substr(0, 5) : "-";
+        const bool hasFloor = result.bytes || quantile(result.times.floor(), 0.5) > 0.2;
+        const std::string strict = hasFloor ? std::to_string(result.times.strictRatio()).substr(0, 5) : "-";
+        const std::string whole = hasFloor ? std::to_string(result.times.wholeRatio()).substr(0, 5) : "-";
         std::printf("%-13s %9.2f %9.2f %10.2f %9.2f %9.2f %12s %11s %7zu\n", result.name.c_str(),
-                    quantile(result.event, 0.5), quantile(result.event, 0.99), quantile(result.silent, 0.5),
-                    quantile(result.floor, 0.5), quantile(result.floor, 0.99), strict.c_str(), whole.c_str(),
-                    result.bytes);
+                    quantile(result.times.event(), 0.5), quantile(result.times.event(), 0.99),
+                    quantile(result.times.silent(), 0.5), quantile(result.times.floor(), 0.5),
+                    quantile(result.times.floor(), 0.99), strict.c_str(), whole.c_str(), result.bytes);
     }
     std::printf("\n'silent' is the event without a record: the host's refresh and redraw. Cameras look "
                 "through another "

@@ -27,6 +27,7 @@
 #include <algorithm>
 #include <cstdint>
 #include <cstdio>
+#include <functional>
 #include <memory>
 #include <string>
 #include <vector>
@@ -146,19 +147,14 @@ struct Result
 {
     const RampRow* row;
     int keys;
-    bench::Times event, silent, floor;
+    bench::EditTimes times;
     std::size_t bytes;
 
-    double ours() const { return bench::median(event) - bench::median(silent); }
-    double strictRatio() const { return ours() / bench::median(floor); }
-    double wholeRatio() const
-    {
-        return bench::median(event) / (bench::median(silent) + bench::median(floor));
-    }
-    double perKey() const { return ours() / keys; }
+    double perKey() const { return times.ours() / keys; }
 };
 
 std::vector<Result> results;
+
 /// The text that a function sends; empty when it does not send exactly one.
 template <typename Send>
 std::string sentBy(Send send)
@@ -171,8 +167,7 @@ std::string sentBy(Send send)
 }
 
 /// Microseconds of one of several runs in a row.
-template <typename Run>
-double timeOfOne(int runs, Run run)
+double timeOfOne(int runs, const std::function<void()>& run)
 {
     const auto all = [&]
     {
@@ -189,22 +184,22 @@ void runRamp(benchmark::State& state, const Scene& scene, const RampRow& row)
     const int parm = ramp.getParmIndex("ramp1pos"), edits = editsFor(keys);
     const Floor floor(ramp, row, keys);
     floor.evaluate();
-    Result result = {&row, keys, {}, {}, {}, 0};
+    Result result = {&row, keys, {}, 0};
     const std::string text = sentBy([&] { sendParmEvent(ramp, parm); });
     result.bytes = text.size();
     if (text.empty() || text != sentBy([&] { floor.send(); }))
         return bench::failWith(state, "the event does not send what the floor sends");
+    const auto clock = [edits](const std::function<void()>& run) { return timeOfOne(edits, run); };
+    const auto floorRun = [&]
+    {
+        floor.evaluate();
+        floor.send();
+    };
     for (auto _ : state)
     {
-        result.event.push_back(timeOfOne(edits, [&] { sendParmEvent(ramp, parm); }));
-        result.silent.push_back(timeOfOne(edits, [&] { sendParmEvent(ramp, -1); }));
-        result.floor.push_back(timeOfOne(edits,
-                                         [&]
-                                         {
-                                             floor.evaluate();
-                                             floor.send();
-                                         }));
-        state.SetIterationTime(1e-6 * result.event.back());
+        result.times.sample(
+            clock, [&] { sendParmEvent(ramp, parm); }, [&] { sendParmEvent(ramp, -1); }, floorRun);
+        state.SetIterationTime(1e-6 * result.times.event().back());
     }
     zelk::ipr::DeltaPublisher::instance().flush(1000);
     results.push_back(result);
@@ -244,11 +239,12 @@ void printTable()
     for (const Result& result : results)
     {
         bench::report({std::string("a ramp edit, ") + result.row->name, std::to_string(result.keys) + " keys",
-                       double(result.keys), result.ours(), bench::median(result.floor), 1.2});
+                       double(result.keys), result.times.ours(), bench::median(result.times.floor()), 1.2});
         std::printf("%-6s %5d %10.2f %10.2f %11.2f %10.2f %12.2f %11.2f %7.3f %7s %8zu\n", result.row->name,
-                    result.keys, bench::median(result.event), bench::quantile(result.event, 0.99),
-                    bench::median(result.silent), bench::median(result.floor), result.strictRatio(),
-                    result.wholeRatio(), result.perKey(), growthText(result).c_str(), result.bytes);
+                    result.keys, bench::median(result.times.event()),
+                    bench::quantile(result.times.event(), 0.99), bench::median(result.times.silent()),
+                    bench::median(result.times.floor()), result.times.strictRatio(),
+                    result.times.wholeRatio(), result.perKey(), growthText(result).c_str(), result.bytes);
     }
     std::printf(
         "\n'silent' is the event without a record: the host's refresh of all parameters, and the redraw.\n");

@@ -27,9 +27,9 @@ namespace shop
 namespace
 {
 
-const char* const ramp_parm = "ramp";
 const int input_parm_index = 0;
 const int pattern_parm_index = 1;
+const int ramp_parm_index = 2;
 const int first_key_parm_index = 3;
 
 /// What an input is about.
@@ -98,13 +98,11 @@ public:
         }
     }
 
-    /// The array as a value of a change record, which must not outlive this.
-    ipr::DeltaParm value() const
+    /// Makes the array the value of a change record, which must not outlive this.
+    void put(ipr::DeltaParm& parm) const
     {
-        ipr::DeltaParm parm = ipr::DeltaParm();
         parm.type = KR_TYPE_ARRAY;
         parm.value.array = m_array.get();
-        return parm;
     }
 
 private:
@@ -142,7 +140,7 @@ PRM_Template rampPatternTemplate()
 
 PRM_Template rampKeysTemplate(PRM_MultiType type)
 {
-    static PRM_Name name(ramp_parm, "Ramp");
+    static PRM_Name name("ramp", "Ramp");
     return PRM_Template(type, nullptr, 1, &name, PRMtwoDefaults);
 }
 
@@ -166,7 +164,7 @@ VOP_KorvanRamp::~VOP_KorvanRamp() {}
 
 int VOP_KorvanRamp::keyCount(double time) const
 {
-    return static_cast<int>(evalIntT(ramp_parm, 0, time, SYSgetSTID()));
+    return static_cast<int>(evalIntT(ramp_parm_index, 0, time, SYSgetSTID()));
 }
 
 // --- Connectors -------------------------------------------------------------------------------------------------------
@@ -330,7 +328,7 @@ void VOP_KorvanRamp::publishKeys(const NodeLife::Watch& life)
 {
     const RampKind& ramp = kind();
     const double time = CHgetEvalTime();
-    const int count = keyCount(time), first = getParm(ramp_parm).getMultiStartOffset();
+    const int count = keyCount(time), first = getParm(ramp_parm_index).getMultiStartOffset();
     KeyArray positions(*this, life, first, count, time, KR_TYPE_FLOAT);
     KeyArray values(*this, life, first, count, time, ramp.valueElementType);
     KeyArray interpolations(*this, life, first, count, time, KR_TYPE_INT);
@@ -341,9 +339,9 @@ void VOP_KorvanRamp::publishKeys(const NodeLife::Watch& life)
         return;
 
     ipr::Delta delta;
-    delta["position"] = positions.value();
-    delta[ramp.valueKey] = values.value();
-    delta["interpolation"] = interpolations.value();
+    positions.put(delta["position"]);
+    values.put(delta[ramp.valueKey]);
+    interpolations.put(delta["interpolation"]);
     publishRecord(delta);
 }
 
