@@ -14,6 +14,7 @@ CASES = {
     "container_bench": ("filter/10KB", [rf"10KB/{form}/{verdict} " for form in ("gzip", "plain")
                                         for verdict in ("admitted", "refused")]),
     "tab_menu_bench": ("menu/.*/50/", [r"files +50 ", r"library +50 "]),
+    "preview_bench.py": ("saved_file/1/", [r" +1 "]),
 }
 
 
