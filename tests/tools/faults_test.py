@@ -2,6 +2,7 @@
 scripts that exit. Each leaves a sentence, and everything else as it was."""
 
 import os
+import pathlib
 import shutil
 import subprocess
 import textwrap
@@ -249,6 +250,31 @@ class Limits(FaultCase):
         self.assertIn(f"Cannot load the metadata file {metadata}: there is not enough memory for it. ", run.stderr)
         self.assertIn(f"{catalogue}: There is not enough memory for it. Skipping the rest of the file; make it smaller.",
                       run.stderr)
+
+    def test_on_memory_refuse_an_asset_and_throw_nothing(self):
+        """A small file, of which the contents are one line of 300 MB."""
+        run = self.memory("python", self.script("""
+            import resource, sys, zlib
+            sys.path.insert(0, sys.argv[1])
+            import assets
+            import hou
+            packer = zlib.compressobj(9, zlib.DEFLATED, 31)
+            contents = b"".join(packer.compress(b"a" * 1000000) for _ in range(300)) + packer.flush()
+            with open(sys.argv[2], "wb") as file:
+                file.write(assets.library({"test::large": {"Contents.gz": contents}}))
+            hou.hda.installFile(sys.argv[2])
+            net = hou.node("/shop").createNode("korvan_vopnet")
+            resource.setrlimit(resource.RLIMIT_AS, (200000000, 200000000))
+            try:
+                net.createNode("test::large")
+            except hou.OperationFailed as error:
+                print(error.instanceMessage())
+            print(len(net.children()), net.createNode("korvan::image").path())
+            """), pathlib.Path(__file__).parents[1] / "python", self.scratch / "large.hda")
+        self.assertEqual((run.returncode, run.stderr), (0, ""))
+        self.assertEqual(run.stdout.splitlines(), [
+            'The node type "test::large" cannot be created in /shop/korvan_vopnet1: /shop/korvan_vopnet1 does not allow it.',
+            "1 /shop/korvan_vopnet1/image1"])
 
     def test_on_memory_are_findings_of_lint(self):
         file = self.huge("a.mtd")
