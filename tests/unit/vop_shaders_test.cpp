@@ -222,11 +222,15 @@ TEST(Registration, PassesOverPluginDirectoriesThatAreNotThere)
 TEST(Registration, GoesOnBehindMetadataThatDoesNotLoad)
 {
     StandinSession session;
+    session.folder.write("korvan/metadata/a.mtd", "[noise]\n'houdini.icon' = 'A'\n");
     session.folder.write("korvan/metadata/bad.mtd", "[noise\n");
+    session.folder.write("korvan/metadata/c.mtd", "[noise]\n'houdini.label' = 'C'\n");
     session.renderer.shader("noise");
     session.registerAll();
 
     EXPECT_EQ(shaderTypes(), Names{"korvan::noise"});
+    EXPECT_STREQ(session.vop("korvan::noise")->getIconName(), "A");
+    EXPECT_STREQ(session.vop("korvan::noise")->getEnglish(), "C");
     EXPECT_EQ(session.renderer.takeErrors().size(), 1u);
 }
 
