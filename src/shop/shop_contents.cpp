@@ -12,6 +12,7 @@
 #include <cstring>
 #include <iterator>
 #include <memory>
+#include <new>
 #include <string>
 
 namespace zelk
@@ -201,7 +202,10 @@ bool areKorvanContents(UT_IStream& contents, bool stored)
     return scan.verdict(stored);
 }
 
-bool isKorvanAsset(const FS_IndexFile& asset)
+namespace
+{
+
+bool holdsKorvanContents(const FS_IndexFile& asset)
 {
     const bool compressed = asset.hasSection("Contents.gz");
     if (!compressed && !asset.hasSection("Contents"))
@@ -217,6 +221,20 @@ bool isKorvanAsset(const FS_IndexFile& asset)
         return areKorvanContents(*reader->getStream(), true);
     UT_IGZStream inflated(*reader->getStream());
     return areKorvanContents(inflated, false);
+}
+
+} // namespace
+
+bool isKorvanAsset(const FS_IndexFile& asset)
+{
+    try
+    {
+        return holdsKorvanContents(asset);
+    }
+    catch (const std::bad_alloc&) // a line without an end, which a small compressed file can hold
+    {
+        return false;
+    }
 }
 
 } // namespace shop

@@ -2,6 +2,7 @@
 scripts that exit. Each leaves a sentence, and everything else as it was."""
 
 import os
+import pathlib
 import shutil
 import subprocess
 import textwrap
@@ -168,6 +169,123 @@ class Vanishing(FaultCase):
         self.assertEqual(said[1], "0 done")
         self.assertIn(f'"{asset}" cannot be read: No such file or directory', said[2])
         self.assertEqual(said[3], "test::gone 3")
+
+
+class NoFiles(FaultCase):
+    """Pipes and devices in the place of files. A pipe that nobody writes to would make its reader wait for ever."""
+
+    def pipe(self, name):
+        path = self.scratch / name
+        path.parent.mkdir(parents=True, exist_ok=True)
+        os.mkfifo(path)
+        return path
+
+    def test_that_are_pipes_are_reported_and_the_start_goes_on(self):
+        whole = self.output_of("list", "--json")
+        plugin, shaders, catalogue = self.pipe("dso/a.so"), self.pipe("korvan/plugins/a.so"), self.pipe("a.json")
+        metadata = self.pipe("korvan/metadata/a.mtd")
+        said, errors = self.registered(HOUDINI_PATH=f"{self.scratch};&", KORVAN_CATALOGUE=catalogue)
+        self.assertEqual(said, whole)
+        self.assertEqual(sorted(errors.splitlines()), sorted([
+            f"Error: The plug-in {plugin} is not used: it is a pipe, a directory or a device and no file. "
+            "Take it out of the plug-in path.",
+            f"kshop: error: [kr] Cannot open the plug-in {shaders}: It is a pipe or a device and no file. "
+            "Skipping it; take it away.",
+            f"kshop: error: [korvan_catalogue] Cannot read the catalogue {catalogue}: It is a pipe or a device and no file. "
+            "Skipping it; correct KORVAN_CATALOGUE.",
+            f"kshop: error: [kr] Cannot read the metadata file {metadata}: It is a pipe or a device and no file. "
+            "Skipping it; make it readable or take it away."]))
+
+    def test_that_never_end_are_reported_too(self):
+        whole = self.output_of("list", "--json")
+        endless = self.scratch / "korvan" / "metadata" / "a.mtd"
+        endless.parent.mkdir(parents=True)
+        endless.symlink_to("/dev/zero")
+        said, errors = self.registered(HOUDINI_PATH=f"{self.scratch};&", KORVAN_CATALOGUE="/dev/zero")
+        self.assertEqual(said, whole)
+        self.assertEqual(errors.count("It is a pipe or a device and no file"), 2, errors)
+
+    def test_are_refused_by_lint(self):
+        self.assertEqual(self.failure_of("lint", self.pipe("a.mtd")),
+                         f"kshop: {self.scratch}/a.mtd is a pipe or a device and no file; name a metadata file\n")
+
+
+class Limits(FaultCase):
+    """What the system lets the program have is too little."""
+
+    def limited(self, limits, *arguments, stdout=subprocess.PIPE, **changes):
+        command = f"ulimit {limits}; exec \"$0\" \"$@\""
+        return subprocess.run(["bash", "-c", command, str(KSHOP), *map(str, arguments)], stdout=stdout,
+                              stderr=subprocess.PIPE, text=True, env=self.environment(**changes), timeout=120)
+
+    def test_on_the_size_of_files_leave_a_sentence_and_what_was_there(self):
+        with open(self.scratch / "output", "w") as output:
+            run = self.limited("-f 8", "describe", "--json", stdout=output)
+        self.assertEqual((run.returncode, run.stderr), (1, "kshop: cannot write the output: File too large\n"))
+        pages = self.scratch / "pages"
+        self.output_of("help-pages", pages)
+        before = {page: page.read_bytes() for page in pages.rglob("*.html")}
+        catalogue = self.catalogue({"name": "zelk__new", "kind": "shader", "output": "rgb", "parameters": []})
+        run = self.limited("-f 1", "help-pages", pages, KORVAN_CATALOGUE=catalogue)
+        self.assertEqual(run.returncode, 1)
+        self.assertRegex(run.stderr, r"^kshop: .*\.html cannot be written: File too large\. Choose another directory, or make room")
+        self.assertEqual({page: page.read_bytes() for page in pages.rglob("*.html") if page in before}, before)
+
+    def memory(self, *arguments, **changes):
+        """A run with 600 MB; skips where a sanitizer needs more for itself."""
+        if self.limited("-v 600000", "--version").returncode != 0:
+            self.skipTest("the program does not start in 600 MB")
+        return self.limited("-v 600000", *arguments, **changes)
+
+    def huge(self, name):
+        file = self.write(name, "")
+        os.truncate(file, 2 << 30)
+        return file
+
+    def test_on_memory_leave_the_other_files(self):
+        whole = self.output_of("list", "--json")
+        metadata, catalogue = self.huge("korvan/metadata/a.mtd"), self.huge("a.json")
+        run = self.memory("list", "--json", HOUDINI_PATH=f"{self.scratch};&", KORVAN_CATALOGUE=catalogue)
+        self.assertEqual((run.returncode, run.stdout), (0, whole))
+        self.assertIn(f"Cannot load the metadata file {metadata}: there is not enough memory for it. ", run.stderr)
+        self.assertIn(f"{catalogue}: There is not enough memory for it. Skipping the rest of the file; make it smaller.",
+                      run.stderr)
+
+    def test_on_memory_refuse_an_asset_and_throw_nothing(self):
+        """A small file, of which the contents are one line of 300 MB."""
+        run = self.memory("python", self.script("""
+            import resource, sys, zlib
+            sys.path.insert(0, sys.argv[1])
+            import assets
+            import hou
+            packer = zlib.compressobj(9, zlib.DEFLATED, 31)
+            contents = b"".join(packer.compress(b"a" * 1000000) for _ in range(300)) + packer.flush()
+            with open(sys.argv[2], "wb") as file:
+                file.write(assets.library({"test::large": {"Contents.gz": contents}}))
+            hou.hda.installFile(sys.argv[2])
+            net = hou.node("/shop").createNode("korvan_vopnet")
+            resource.setrlimit(resource.RLIMIT_AS, (200000000, 200000000))
+            try:
+                net.createNode("test::large")
+            except hou.OperationFailed as error:
+                print(error.instanceMessage())
+            print(len(net.children()), net.createNode("korvan::image").path())
+            """), pathlib.Path(__file__).parents[1] / "python", self.scratch / "large.hda")
+        self.assertEqual((run.returncode, run.stderr), (0, ""))
+        self.assertEqual(run.stdout.splitlines(), [
+            'The node type "test::large" cannot be created in /shop/korvan_vopnet1: /shop/korvan_vopnet1 does not allow it.',
+            "1 /shop/korvan_vopnet1/image1"])
+
+    def test_on_memory_are_findings_of_lint(self):
+        file = self.huge("a.mtd")
+        run = self.memory("lint", file)
+        self.assertEqual(run.returncode, 1, run.stdout)
+        self.assertIn(f"{file}: error: the file cannot be read: there is not enough memory for it [unreadable-file]", run.stdout)
+
+    def test_on_memory_are_no_difference(self):
+        file = self.huge("a.json")
+        run = self.memory("diff", file, file)
+        self.assertEqual((run.returncode, run.stderr), (2, "kshop: there is not enough memory to compare these files\n"))
 
 
 class Throwing(FaultCase):

@@ -275,6 +275,7 @@ class Diff(KshopCase):
             "list.json": ("[]", "list.json: the document is no object. " + remedy),
             "field.json": (json.dumps(document), f'tables.Vop[{place}].templates[0] has no "size". ' + remedy),
             "type.json": (json.dumps(wrong), "tables.Vop[0].inputs[0].type must be a whole number. " + remedy),
+            "number.json": ('{"tables": {"Vop": 1e999}}', "number.json: number overflow parsing '1e999'. " + remedy),
             "deep.json": ("[" * 100000, "this is no JSON"),
         }
         for name, (text, sentence) in cases.items():

@@ -45,6 +45,13 @@ class Python(KshopCase):
         self.assertEqual(self.failure_of("python", self.scratch),
                          f"kshop: {self.scratch} is a directory; give the path of a Python script\n")
 
+    def test_names_a_script_that_is_no_text(self):
+        script = self.scratch / "wide.py"
+        script.write_bytes("print(1)\n".encode("utf-16"))
+        sentence = "holds a null byte, so it is no Python script. Save it as UTF-8 text.\n"
+        self.assertEqual(self.failure_of("python", script), f"ValueError: {script} {sentence}")
+        self.assertEqual(self.failure_of("python", "-", stdin="\0"), f"ValueError: standard input {sentence}")
+
 
 if __name__ == "__main__":
     unittest.main()

@@ -141,6 +141,23 @@ class Replay(RecordCase):
         self.assertEqual(run.stderr, f"kshop: not every record was heard at {self.endpoint}; start a render, or "
                                      "'kshop listen', there first\n")
 
+    def test_tells_when_no_endpoint_is_named(self):
+        for endpoint in (",", " , "):
+            self.assertEqual(self.failure_of("replay", "--endpoint", endpoint, self.write_records(numbered(1))),
+                             "kshop: no endpoint is named, and nothing was sent; write it as ipc://PATH or tcp://HOST:PORT\n")
+
+    def test_waits_for_its_next_record_however_low_the_rate(self):
+        """A pause beyond what a clock can count is still a pause."""
+        for rate in ("1e-10", "1e-300"):
+            with self.subTest(rate):
+                listener = self.listening("--json", "--count", 1)
+                replay = Running(self, "replay", "--rate", rate, self.write_records(numbered(2)))
+                self.assertEqual(self.heard_by(listener), numbered(1))
+                time.sleep(0.5)
+                self.assertIsNone(replay.process.poll(), "it did not wait")
+                replay.signal(signal.SIGTERM)
+                self.assertEqual(replay.result()[1:], ("kshop: interrupted; not all records were sent\n", 1))
+
     def test_counts_a_record_for_each_endpoint(self):
         listener = self.listening("--json", "--count", 2)
         both = f"{self.endpoint},ipc://{self.scratch}/nobody"

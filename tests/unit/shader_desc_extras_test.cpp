@@ -43,6 +43,13 @@ TEST(FolderExtra, HasATabForEachPair)
     EXPECT_STREQ(tmpl.getLabel(), "Extra");
 }
 
+TEST(FolderExtra, CountsInTensWhateverANumberBeginsWith)
+{
+    const ParmDesc desc = extra("folder", "Base;010;Coat;0x10");
+    EXPECT_EQ(desc.getExtraTemplate()->getDefault(0)->getFloat(), 10);
+    EXPECT_EQ(desc.getExtraTemplate()->getDefault(1)->getFloat(), 0);
+}
+
 TEST(FolderExtra, CountsZeroForATextThatIsNoNumber)
 {
     const ParmDesc desc = extra("folder", "Base;many");

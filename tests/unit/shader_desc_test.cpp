@@ -367,6 +367,20 @@ TEST(DisplayOrder, GoesToTheExtraParameterOfASharedName)
     EXPECT_TRUE(desc.parms[0]->isExtra);
 }
 
+TEST(ParmsOfShader, AreFoundByTheLastOfASharedName)
+{
+    StandinRenderer renderer;
+    renderer.shader("noise").floats({"a", "b"}).metaData("houdini.parm.toggle.b", "on");
+    EXPECT_TRUE(ShaderDesc(renderer.entry("noise")).parmDesc("b")->isExtra);
+
+    renderer.shader("other")
+        .floats({"a", "b"})
+        .metaData("houdini.parm.toggle.b", "on")
+        .metaData("houdini.order", "b");
+    EXPECT_FALSE(ShaderDesc(renderer.entry("other")).parmDesc("b")->isExtra)
+        << "the extra one is shown first";
+}
+
 // --- Level of detail --------------------------------------------------------------------------------------
 
 struct LodCase

@@ -86,6 +86,8 @@ TEST(AssetContents, WithOneForeignChildAreRefused)
     EXPECT_FALSE(accepts(contents({"add", "korvan::noise"})));
     EXPECT_FALSE(accepts(contents({"korvan::noise", "other::noise"})));
     EXPECT_FALSE(accepts(contents({"korvan::noise", "KORVAN::noise"})));
+    EXPECT_FALSE(accepts(contents({"korvan::noise", "korvan_material"}))) << "the colons belong to the name";
+    EXPECT_FALSE(accepts(contents({"korvan::noise", "korvan:noise"})));
     EXPECT_FALSE(accepts(contents({"korvan::noise", "inline"})));
     EXPECT_FALSE(accepts(contents({"korvan::noise", "nullify"}))) << "only the exact names pass";
     EXPECT_FALSE(accepts(contents({"korvan::noise", "subnet2"})));

@@ -2,6 +2,7 @@
 
 #include "shop.h"
 
+#include <PY/PY_Python.h>
 #include <SHOP/SHOP_OperatorInfo.h>
 #include <VOP/VOP_Operator.h>
 
@@ -119,6 +120,41 @@ TEST(Container, TakesThePlainNodesByTheirExactNames)
         EXPECT_FALSE(filter.allowOperatorAsChild(&other)) << name;
     }
     EXPECT_FALSE(filter.allowOperatorAsChild(nullptr));
+}
+
+TEST(Container, RefusesAssetsWhosePathBeginsWithTheHostsDirectory)
+{
+    StandinSession session;
+    session.renderer.shader("noise");
+    session.registerAll();
+    const std::string file = (session.folder.path() / "made.hda").string();
+    const std::string script = "import hou\n"
+                               "net = hou.node('/shop').createNode('korvan_vopnet')\n"
+                               "subnet = net.createNode('subnet')\n"
+                               "subnet.createNode('korvan::noise')\n"
+                               "subnet.createDigitalAsset('test::made', '" +
+                               file + "')\n";
+    PYrunPythonStatementsAndExpectNoErrors(script.c_str());
+    OP_Operator* made = session.vop("test::made");
+    ASSERT_NE(made, nullptr);
+
+    zelk::shop::OP_KorvanMaterialOperatorFilter filter;
+    const struct
+    {
+        std::string directory;
+        bool admitted;
+    } cases[] = {{file.substr(0, file.size() - 3), false}, // plain text, not whole names
+                 {"/elsewhere", true},
+                 {"made.hda", true},
+                 {file.substr(1), true},
+                 {"", false}};
+    for (const auto& row : cases)
+    {
+        ::setenv("HH", row.directory.c_str(), 1);
+        EXPECT_EQ(filter.allowOperatorAsChild(made), row.admitted) << row.directory;
+    }
+    ::unsetenv("HH");
+    EXPECT_TRUE(filter.allowOperatorAsChild(made));
 }
 
 TEST(Container, OffersItsNodesInTheTabMenuAndNobodyElseDoes)

@@ -147,6 +147,7 @@ const LabelCase label_cases[] = {
     {"a_1b", "A 1b", "a 1b"},
     {"baseColor", "Base Color", "base Color"},
     {"specularIOR", "Specular IOR", "specular IOR"},
+    {"depthZ", "Depth Z", "depth Z"},
     {"KdColor", "Kd Color", "Kd Color"},
     {"HDRMap", "HDRMap", "HDRMap"},
     {"color2Tint", "Color2Tint", "color2Tint"},

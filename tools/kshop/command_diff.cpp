@@ -4,11 +4,15 @@
 #include "output.h"
 
 #include <algorithm>
+#include <new>
 
 namespace kshop
 {
 
-int runDiff(const DiffOptions& options)
+namespace
+{
+
+int compare(const DiffOptions& options)
 {
     Json before;
     Json after;
@@ -24,6 +28,21 @@ int runDiff(const DiffOptions& options)
     const bool breaks = std::any_of(differences.begin(), differences.end(),
                                     [](const Difference& one) { return one.severity == Severity::breaks; });
     return breaks ? exit_failure : written;
+}
+
+} // namespace
+
+int runDiff(const DiffOptions& options)
+{
+    try
+    {
+        return compare(options);
+    }
+    catch (const std::bad_alloc&) // status 1 would say that a scene could break
+    {
+        complain("there is not enough memory to compare these files");
+        return exit_usage;
+    }
 }
 
 } // namespace kshop

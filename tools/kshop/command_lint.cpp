@@ -33,6 +33,8 @@ std::string whyNotUsable(const std::string& file)
         return file + " is a directory; name the metadata files in it";
     if (fs::path(file).extension() != ".mtd")
         return file + " is no metadata file: its name does not end with .mtd";
+    if (!fs::is_regular_file(file, error))
+        return file + " is a pipe or a device and no file; name a metadata file";
     if (!std::ifstream(file))
         return file + " cannot be read; make it readable";
     return "";

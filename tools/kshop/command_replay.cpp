@@ -24,6 +24,9 @@ using Clock = std::chrono::steady_clock;
 /// How long a wait may last before signals are looked at.
 const int longest_wait_ms = 100;
 
+/// The longest pause between two records, a year: a clock cannot count for ever.
+const double longest_period_seconds = 365.0 * 24 * 60 * 60;
+
 /// What may be handed over before it is waited for. Far below what a publisher keeps, so that none is dropped for a
 /// render that reads slowly.
 const std::size_t most_waiting_bytes = zelk::ipr::max_waiting_bytes / 4;
@@ -33,7 +36,10 @@ class Pace
 {
 public:
     /// @param rate  records a second; 0: as fast as they are taken
-    explicit Pace(double rate) : m_period(rate > 0 ? 1 / rate : 0), m_next(Clock::now()) {}
+    explicit Pace(double rate)
+        : m_period(rate > 0 ? std::min(1 / rate, longest_period_seconds) : 0), m_next(Clock::now())
+    {
+    }
 
     /// Waits for the next moment; false when a signal came before.
     bool wait(const Interruption& interruption)
@@ -125,6 +131,11 @@ int runReplay(const ReplayOptions& options)
     if (!complete)
     {
         complain("interrupted; not all records were sent");
+        return exit_failure;
+    }
+    if (!records.empty() && traffic.sent + traffic.unheard + traffic.overflowed == 0)
+    {
+        complain("no endpoint is named, and nothing was sent; write it as ipc://PATH or tcp://HOST:PORT");
         return exit_failure;
     }
     if (traffic.unheard + traffic.overflowed == 0)

@@ -9,10 +9,12 @@
 #include <algorithm>
 #include <charconv>
 #include <clocale>
+#include <csignal>
 #include <exception>
 #include <filesystem>
 #include <functional>
 #include <limits>
+#include <new>
 #include <string>
 #include <system_error>
 #include <vector>
@@ -426,9 +428,16 @@ int main(int argc, char** argv)
 {
     // As the host does: what plug-ins print must not depend on the person's language, so they get to see it.
     std::setlocale(LC_ALL, "");
+    // A file that reaches the person's limit is a write that fails, with a sentence, and not the end of the program.
+    std::signal(SIGXFSZ, SIG_IGN);
     try
     {
         return kshop::runProgram(argc, argv);
+    }
+    catch (const std::bad_alloc&)
+    {
+        kshop::complain("there is not enough memory for this");
+        return kshop::exit_failure;
     }
     catch (const std::exception& error)
     {

@@ -7,11 +7,11 @@
 #include "work.h"
 
 #include <algorithm>
-#include <cerrno>
 #include <cmath>
 #include <cstring>
 #include <exception>
 #include <limits>
+#include <new>
 #include <string>
 
 namespace zelk::renderer
@@ -307,13 +307,12 @@ void leaveOutFile(Universe& universe, const char* file, const toml::parse_error&
                  twice ? std::string_view() : error.description());
 }
 
-bool loadFile(Universe& universe, const char* name)
+bool loadFile(Universe& universe, const char* file)
 {
-    const char* file = universe.arena().share(name);
-    const std::optional<std::string> text = readFile(file);
+    std::string reason;
+    const std::optional<std::string> text = readFile(file, reason);
     if (!text)
     {
-        const std::string reason = std::strerror(errno);
         KrMsgError(
             "[kr] Cannot read the metadata file %s: %s. Skipping it; make it readable or take it away.", file,
             reason.c_str());
@@ -336,6 +335,16 @@ bool loadFile(Universe& universe, const char* name)
     return static_cast<bool>(result);
 }
 
+/// What a file's size can lead to, above all too little memory. Metadata that was taken in before stays.
+void stopLoading(Universe& universe, const char* file, const std::exception& problem)
+{
+    const bool memory = dynamic_cast<const std::bad_alloc*>(&problem);
+    const std::string reason = memory ? "there is not enough memory for it" : problem.what();
+    KrMsgError("[kr] Cannot load the metadata file %s: %s. Skipping the rest of it; make it smaller.", file,
+               reason.c_str());
+    leaveOutFile(universe, KR_LEFT_OUT_UNREADABLE, {file, 0, 0}, reason);
+}
+
 } // namespace
 
 } // namespace zelk::renderer
@@ -346,14 +355,14 @@ bool KrMetaDataLoadFile(const char* file)
     if (!universe)
         return false;
     const zelk::renderer::Work work(KR_WORK_METADATA, file);
+    const char* const name = universe->arena().share(file);
     try
     {
-        return zelk::renderer::loadFile(*universe, file);
+        return zelk::renderer::loadFile(*universe, name);
     }
     catch (const std::exception& problem)
     {
-        KrMsgError("[kr] Cannot load the metadata file %s: %s. Skipping the rest of it; make it smaller.",
-                   file, problem.what());
+        zelk::renderer::stopLoading(*universe, name, problem);
         return false;
     }
 }

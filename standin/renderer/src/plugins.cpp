@@ -1,5 +1,6 @@
 // Opening plug-ins.
 #include "kr_observe.h"
+#include "read_file.h"
 #include "shared_object.h"
 #include "universe.h"
 #include "work.h"
@@ -101,6 +102,12 @@ void Universe::loadPlugin(const std::string& file)
     if (isLoaded(path))
         return;
     const Work work(KR_WORK_PLUGIN, file.c_str());
+    if (const std::string why = objectionToKind(file.c_str()); !why.empty())
+    {
+        KrMsgError("[kr] Cannot open the plug-in %s: %s. Skipping it; take it away.", file.c_str(),
+                   why.c_str());
+        return;
+    }
     if (const std::optional<CutOff> cut = findCutOff(file))
     {
         KrMsgError(

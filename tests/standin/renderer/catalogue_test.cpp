@@ -78,6 +78,19 @@ TEST_F(Catalogue, ThatCannotBeReadIsReported)
               "file or directory. Skipping it; correct KORVAN_CATALOGUE.");
 }
 
+TEST_F(Catalogue, WithANumberBeyondAllBoundsDoesNotStopTheNextOne)
+{
+    const std::string bad =
+        folder.write("bad.json", nodes(R"({"name": "x", "kind": "shader", "output_code": 1e999})"));
+    const std::string good = folder.write("good.json", nodes(good_node));
+    const Environment catalogue("KORVAN_CATALOGUE", bad + ":" + good);
+    KrLoadPlugins(SHADER_PLUGIN_DIR);
+    EXPECT_EQ(renderer.takeMessage(), "error: [korvan_catalogue] " + bad +
+                                          ": number overflow parsing '1e999'. Skipping the rest of the file; "
+                                          "write another number.");
+    EXPECT_NE(KrNodeEntryLookUp("good"), nullptr);
+}
+
 TEST_F(Catalogue, WithASyntaxErrorIsReportedWithLineAndColumn)
 {
     const std::string file = load("{\"nodes\": [\n  {\"name\": \"x\",}\n]}");

@@ -235,6 +235,14 @@ bool readDescription(const std::string& path, Json& value, std::string& why)
     {
         why = fmt::format("{}:{}: this is no JSON. {}", name, positionOf(text, error.byte), remedy);
     }
+    catch (const Json::exception& error)
+    {
+        // A number beyond all bounds, for which the parser knows no place. Its words begin with a heading in brackets.
+        const std::string text = error.what();
+        const std::size_t heading = text.find("] ");
+        why = fmt::format("{}: {}. {}", name, text.substr(heading == std::string::npos ? 0 : heading + 2),
+                          remedy);
+    }
     catch (const Mistake& mistake)
     {
         why = fmt::format("{}: {}. {}", name, mistake.text, remedy);

@@ -145,6 +145,16 @@ int endProgram(int status)
     return status ? status : handlers;
 }
 
+/// Python refuses them too, but does not name the file.
+void refuseNullBytes(const std::string& source, const std::string& path)
+{
+    if (source.find('\0') == std::string::npos)
+        return;
+    PyErr_Format(PyExc_ValueError, "%s holds a null byte, so it is no Python script. Save it as UTF-8 text.",
+                 path == "-" ? "standard input" : path.c_str());
+    throw py::error_already_set();
+}
+
 /// Runs the text of a program as `__main__`.
 int runProgram(const std::string& source, const std::string& path, const std::vector<std::string>& args,
                const std::string& directory)
@@ -159,7 +169,8 @@ int runProgram(const std::string& source, const std::string& path, const std::ve
             const bool isFile = path != "-";
             if (isFile)
                 names["__file__"] = decoded(path);
-            // Python's own compile() knows the source's coding line and refuses null bytes with a sentence.
+            refuseNullBytes(source, path);
+            // Python's own compile() knows the source's coding line.
             const py::object code =
                 py::module_::import("builtins")
                     .attr("compile")(py::bytes(source), isFile ? decoded(path) : py::str("<stdin>"), "exec");

@@ -7,6 +7,7 @@
 #include <elf.h>
 #include <fstream>
 #include <limits>
+#include <sys/stat.h>
 
 namespace standin
 {
@@ -63,6 +64,9 @@ std::uint64_t sizeOf(std::ifstream& file)
 
 std::string objectionToFile(const std::string& path)
 {
+    struct stat status; // before it is opened: a pipe would wait for its writer
+    if (::stat(path.c_str(), &status) == 0 && !S_ISREG(status.st_mode))
+        return "it is a pipe, a directory or a device and no file. Take it out of the plug-in path.";
     errno = 0;
     std::ifstream file(path, std::ios::binary);
     if (!file)

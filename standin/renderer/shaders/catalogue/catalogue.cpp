@@ -4,9 +4,9 @@
 #include "read_file.h"
 
 #include <algorithm>
-#include <cerrno>
 #include <cstdlib>
-#include <cstring>
+#include <exception>
+#include <new>
 #include <sstream>
 
 namespace zelk::catalogue
@@ -147,14 +147,28 @@ void reportSyntax(const std::string& file, const std::string& text, const Json::
                at - lineStart + 1, explanationOf(problem).c_str());
 }
 
+// What else can stop a file: a number beyond all bounds, for which the parser knows no place, or too little memory.
+// The catalogues behind it count all the same.
+void reportStop(const std::string& file, const std::exception& problem)
+{
+    const bool memory = dynamic_cast<const std::bad_alloc*>(&problem);
+    const std::string text = problem.what();
+    const std::size_t heading = text.find("] "); // the parser's own
+    KrMsgError("[korvan_catalogue] %s: %s. Skipping the rest of the file; %s.", file.c_str(),
+               memory ? "There is not enough memory for it"
+                      : text.substr(heading == std::string::npos ? 0 : heading + 2).c_str(),
+               memory ? "make it smaller" : "write another number");
+}
+
 void declareFile(const std::string& file)
 {
-    const std::optional<std::string> text = renderer::readFile(file.c_str());
+    std::string why;
+    const std::optional<std::string> text = renderer::readFile(file.c_str(), why);
     if (!text)
     {
         KrMsgError(
             "[korvan_catalogue] Cannot read the catalogue %s: %s. Skipping it; correct KORVAN_CATALOGUE.",
-            file.c_str(), std::strerror(errno));
+            file.c_str(), why.c_str());
         return;
     }
     try
@@ -164,6 +178,18 @@ void declareFile(const std::string& file)
     catch (const Json::parse_error& problem)
     {
         reportSyntax(file, *text, problem);
+    }
+}
+
+void declareOrSayWhyNot(const std::string& file)
+{
+    try
+    {
+        declareFile(file);
+    }
+    catch (const std::exception& problem)
+    {
+        reportStop(file, problem);
     }
 }
 
@@ -177,5 +203,5 @@ void KrPluginDeclare(void)
     std::istringstream names(files ? files : "");
     for (std::string file; std::getline(names, file, ':');)
         if (!file.empty())
-            zelk::catalogue::declareFile(file);
+            zelk::catalogue::declareOrSayWhyNot(file);
 }
