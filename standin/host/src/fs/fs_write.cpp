@@ -75,7 +75,7 @@ std::string behindLinks(const std::string& path)
     char* resolved = ::realpath(path.c_str(), nullptr);
     if (!resolved)
         return path;
-    const std::string real = resolved;
+    std::string real = resolved;
     std::free(resolved);
     return real;
 }

@@ -58,7 +58,7 @@ private:
 std::string resolved(const std::string& path)
 {
     char* real = realpath(path.c_str(), nullptr);
-    const std::string result = real ? real : path;
+    std::string result = real ? real : path;
     std::free(real);
     return result;
 }
