@@ -53,6 +53,7 @@ class IncludeArrows(unittest.TestCase):
     def test_refuse_a_stand_in_the_plug_in_and_the_other_stand_in(self):
         self.assertEqual(len(self.found("standin/host/src/a.cpp", "#include <kr.h>\n")), 1)
         self.assertEqual(len(self.found("standin/renderer/src/a.cpp", "#include <OP/OP_Node.h>\n")), 1)
+        self.assertEqual(len(self.found("standin/common/a.cpp", "#include <kr.h>\n")), 1)
         self.assertEqual(len(self.found("standin/host/src/a.cpp", '#include "../../../src/shop/utils.h"\n',
                                         "src/shop/utils.h")), 1)
 

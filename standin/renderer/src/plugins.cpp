@@ -1,14 +1,16 @@
 // Opening plug-ins.
 #include "kr_observe.h"
-#include "shared_object.h"
 #include "universe.h"
 #include "work.h"
+
+#include <common/cut_off.h>
 
 #include <dlfcn.h>
 
 #include <algorithm>
 #include <exception>
 #include <filesystem>
+#include <optional>
 #include <sstream>
 #include <system_error>
 
@@ -101,7 +103,7 @@ void Universe::loadPlugin(const std::string& file)
     if (isLoaded(path))
         return;
     const Work work(KR_WORK_PLUGIN, file.c_str());
-    if (const std::optional<CutOff> cut = findCutOff(file))
+    if (const std::optional<standin::CutOff> cut = standin::findCutOff(file))
     {
         KrMsgError(
             "[kr] The plug-in %s is cut off: it should have %llu bytes and has %llu. Skipping it; copy it "
