@@ -1,6 +1,6 @@
 #include "delta_log.h"
 
-#include "output.h"
+#include "../output.h"
 #include "record_output.h"
 
 #include <zelk/ipr/observe.h>
