@@ -4,6 +4,7 @@
 // taken as they are instead of packed here, bit 3 the whole input is an index file.
 #include "asset_contents.h"
 #include "fuzzing.h"
+#include "gzip.h"
 
 #include "shop_contents.h"
 

@@ -4,11 +4,11 @@
 #include "shader_desc_text.h"
 #include "utils.h"
 #include "utils_renderer.h"
+#include "utils_rows.h"
 
 #include <VOP/VOP_Types.h>
 
 #include <algorithm>
-#include <iterator>
 #include <set>
 
 namespace zelk
@@ -95,13 +95,6 @@ const RampRow ramp_rows[] = {
     {"ramp_float", "%s%ivalue"},
 };
 
-const RampRow* findRamp(const std::string& kind)
-{
-    const RampRow* row = std::find_if(std::begin(ramp_rows), std::end(ramp_rows),
-                                      [&kind](const RampRow& r) { return kind == r.kind; });
-    return row == std::end(ramp_rows) ? nullptr : row;
-}
-
 bool lessThanOrder(const ParmDesc* a, const ParmDesc* b)
 {
     return a->order != b->order ? a->order < b->order : a->index < b->index;
@@ -143,10 +136,7 @@ void ShaderDesc::readNames(const KtNodeEntry* entry)
 void ShaderDesc::readOutput(const KtNodeEntry* entry)
 {
     outputType = KrNodeEntryGetOutputType(entry);
-    const ShaderTypeRow* row =
-        std::find_if(std::begin(shader_type_rows), std::end(shader_type_rows),
-                     [this](const ShaderTypeRow& r) { return shaderType == r.shaderType; });
-    if (row != std::end(shader_type_rows))
+    if (const ShaderTypeRow* row = findRow(shader_type_rows, &ShaderTypeRow::shaderType, shaderType))
         vopOutputType = row->connector;
     else
         vopOutputType = isCamera() ? VOP_LENS_SHADER : vopType(outputType);
@@ -221,7 +211,7 @@ void ShaderDesc::addExtraParm(const KtNodeEntry* entry, const KtMetaDataEntry& i
 /// Puts a ramp in the place of the three renderer parameters that hold its keys; other kinds need nothing.
 void ShaderDesc::wireRamp(const ParmDesc& ramp)
 {
-    const RampRow* row = findRamp(ramp.houdiniType);
+    const RampRow* row = findRow(ramp_rows, &RampRow::kind, ramp.houdiniType);
     if (!row)
         return;
     const std::vector<std::string> args = split(ramp.extraArgs.c_str(), ' ', false);
@@ -351,10 +341,8 @@ const char* ShaderDesc::outputToken(unsigned i) const
         return isCamera() ? "camera" : typeName(outputType);
     }
 
-    const ComponentRow* row =
-        std::find_if(std::begin(component_rows), std::end(component_rows),
-                     [this](const ComponentRow& r) { return r.outputType == outputType; });
-    const bool known = row != std::end(component_rows) && i <= 4 && row->names[i - 1];
+    const ComponentRow* row = findRow(component_rows, &ComponentRow::outputType, outputType);
+    const bool known = row && i <= 4 && row->names[i - 1];
     return known ? row->names[i - 1] : "<error>";
 }
 

@@ -5,6 +5,7 @@
 #include "shader_desc_text.h"
 #include "utils.h"
 #include "utils_host_memory.h"
+#include "utils_rows.h"
 
 #include <PRM/PRM_Callback.h>
 #include <PRM/PRM_ChoiceList.h>
@@ -158,7 +159,7 @@ PRM_Template ParmDesc::makeExtraTemplate() const
     // CallbackSlot.OfExtraParametersIsApart.
     static PRM_Callback callback_func(0);
 
-    const ExtraRow* row = findWord(extra_rows, houdiniType);
+    const ExtraRow* row = findRow(extra_rows, &ExtraRow::word, houdiniType);
     ExtraParts parts = plainParts(row ? *row->type : PRM_TYPE_ZERO, *this);
     // Deliberate: a malformed folder or menu ends the shader's interface here. See
     // MalformedExtra.EndsTheInterface.
@@ -174,7 +175,7 @@ PRM_Template ParmDesc::makeExtraTemplate() const
         callback_func = PRM_Callback(parmCallback);
     }
 
-    const RampKindRow* ramp = findWord(ramp_kind_rows, houdiniType);
+    const RampKindRow* ramp = findRow(ramp_kind_rows, &RampKindRow::word, houdiniType);
     PRM_Template extra =
         ramp ? multiTemplate(ramp->type, nullptr, parts.name, PRMtwoDefaults, callback_func, parts.spare,
                              helpOf(*this), getConditional())

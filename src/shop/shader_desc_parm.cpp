@@ -3,11 +3,13 @@
 #include "shader_desc_text.h"
 #include "utils.h"
 #include "utils_host_memory.h"
+#include "utils_rows.h"
 
 #include <PRM/PRM_Conditional.h>
 #include <PRM/PRM_Default.h>
 #include <PRM/PRM_Name.h>
 
+#include <algorithm>
 #include <climits>
 #include <cmath>
 #include <limits>
@@ -59,12 +61,10 @@ MenuItems menuOfPairs(const std::vector<std::string>& texts)
 struct DefaultValues
 {
     DefaultValues() : count(0), text(nullptr) {}
-
-    void set(double value) { numbers[count++] = value; }
-    void set(const float* values, int size)
+    explicit DefaultValues(double value) : count(1), text(nullptr) { numbers[0] = value; }
+    DefaultValues(const float* values, int size) : count(size), text(nullptr)
     {
-        for (int i = 0; i < size; ++i)
-            set(values[i]);
+        std::copy(values, values + size, numbers);
     }
 
     double numbers[16];
@@ -72,68 +72,72 @@ struct DefaultValues
     const char* text;
 };
 
-/// First element of an array with values, in the record form of a plain value. `matrix` holds a matrix that
-/// the record points to.
-KtParamValue firstElement(const KtArray* array, int type, KtMatrix& matrix)
+// --- Elements: the first one of an array, as a record -----------------------------------------------------------------
+//
+// A matrix record is a pointer: the last argument is where the matrix itself is put.
+
+void byteElement(const KtArray* array, KtParamValue& value, KtMatrix&)
 {
-    KtParamValue value = KtParamValue();
-    switch (type)
-    {
-    case KR_TYPE_BYTE:
-        value.byte_ = KrArrayGetByteFunc(array, 0, __FILE__, __LINE__);
-        break;
-    case KR_TYPE_INT:
-    case KR_TYPE_ENUM:
-        value.int_ = KrArrayGetIntFunc(array, 0, __FILE__, __LINE__);
-        break;
-    case KR_TYPE_UINT:
-        value.uint_ = KrArrayGetUIntFunc(array, 0, __FILE__, __LINE__);
-        break;
-    case KR_TYPE_BOOLEAN:
-        value.bool_ = KrArrayGetBoolFunc(array, 0, __FILE__, __LINE__);
-        break;
-    case KR_TYPE_FLOAT:
-        value.flt = KrArrayGetFltFunc(array, 0, __FILE__, __LINE__);
-        break;
-    case KR_TYPE_RGB:
-        value.rgb = KrArrayGetRGBFunc(array, 0, __FILE__, __LINE__);
-        break;
-    case KR_TYPE_RGBA:
-        value.rgba = KrArrayGetRGBAFunc(array, 0, __FILE__, __LINE__);
-        break;
-    case KR_TYPE_VECTOR:
-        value.vec = KrArrayGetVecFunc(array, 0, __FILE__, __LINE__);
-        break;
-    case KR_TYPE_POINT:
-        value.pnt = KrArrayGetPntFunc(array, 0, __FILE__, __LINE__);
-        break;
-    case KR_TYPE_POINT2:
-        value.pnt2 = KrArrayGetPnt2Func(array, 0, __FILE__, __LINE__);
-        break;
-    case KR_TYPE_STRING:
-        value.str = KrArrayGetStrFunc(array, 0, __FILE__, __LINE__);
-        break;
-    case KR_TYPE_MATRIX:
-        matrix = KrArrayGetMtxFunc(array, 0, __FILE__, __LINE__);
-        value.mtx = &matrix;
-        break;
-    default:
-        break;
-    }
-    return value;
+    value.byte_ = KrArrayGetByteFunc(array, 0, __FILE__, __LINE__);
 }
 
-bool hasValues(const KtArray* array) { return array && array->nelements != 0 && array->nkeys != 0; }
-
-/// The value that the defaults are read from: an array's first element, or the record itself. An empty
-/// array's record holds no value of the element type, so zeros stand for it.
-KtParamValue sourceValue(const ParmDesc& parm, int type, KtMatrix& matrix)
+void intElement(const KtArray* array, KtParamValue& value, KtMatrix&)
 {
-    if (!parm.isArray)
-        return parm.defaultValue;
-    return hasValues(parm.defaultValue.array) ? firstElement(parm.defaultValue.array, type, matrix)
-                                              : KtParamValue();
+    value.int_ = KrArrayGetIntFunc(array, 0, __FILE__, __LINE__);
 }
+
+void uintElement(const KtArray* array, KtParamValue& value, KtMatrix&)
+{
+    value.uint_ = KrArrayGetUIntFunc(array, 0, __FILE__, __LINE__);
+}
+
+void booleanElement(const KtArray* array, KtParamValue& value, KtMatrix&)
+{
+    value.bool_ = KrArrayGetBoolFunc(array, 0, __FILE__, __LINE__);
+}
+
+void floatElement(const KtArray* array, KtParamValue& value, KtMatrix&)
+{
+    value.flt = KrArrayGetFltFunc(array, 0, __FILE__, __LINE__);
+}
+
+void rgbElement(const KtArray* array, KtParamValue& value, KtMatrix&)
+{
+    value.rgb = KrArrayGetRGBFunc(array, 0, __FILE__, __LINE__);
+}
+
+void rgbaElement(const KtArray* array, KtParamValue& value, KtMatrix&)
+{
+    value.rgba = KrArrayGetRGBAFunc(array, 0, __FILE__, __LINE__);
+}
+
+void vectorElement(const KtArray* array, KtParamValue& value, KtMatrix&)
+{
+    value.vec = KrArrayGetVecFunc(array, 0, __FILE__, __LINE__);
+}
+
+void pointElement(const KtArray* array, KtParamValue& value, KtMatrix&)
+{
+    value.pnt = KrArrayGetPntFunc(array, 0, __FILE__, __LINE__);
+}
+
+void point2Element(const KtArray* array, KtParamValue& value, KtMatrix&)
+{
+    value.pnt2 = KrArrayGetPnt2Func(array, 0, __FILE__, __LINE__);
+}
+
+void stringElement(const KtArray* array, KtParamValue& value, KtMatrix&)
+{
+    value.str = KrArrayGetStrFunc(array, 0, __FILE__, __LINE__);
+}
+
+void matrixElement(const KtArray* array, KtParamValue& value, KtMatrix& matrix)
+{
+    matrix = KrArrayGetMtxFunc(array, 0, __FILE__, __LINE__);
+    value.mtx = &matrix;
+}
+
+// --- Records: what the host's defaults are made from ------------------------------------------------------------------
 
 /// Token of a menu item; null for an index that is out of the menu, a negative one too.
 const char* enumToken(const ParmDesc& parm, int index)
@@ -142,52 +146,73 @@ const char* enumToken(const ParmDesc& parm, int index)
     return inMenu ? parm.menuItems[index].first.c_str() : nullptr;
 }
 
-DefaultValues readValue(const ParmDesc& parm, int type, const KtParamValue& value)
+DefaultValues byteDefault(const ParmDesc&, const KtParamValue& value) { return DefaultValues(value.byte_); }
+
+/// Unsigned values too: the host's integers are signed, and the upper half comes out negative.
+DefaultValues intDefault(const ParmDesc&, const KtParamValue& value) { return DefaultValues(value.int_); }
+
+DefaultValues booleanDefault(const ParmDesc&, const KtParamValue& value)
+{
+    return DefaultValues(value.bool_ ? 1 : 0);
+}
+
+/// Colours, vectors and points are floats in a row.
+template <int Count>
+DefaultValues floatsDefault(const ParmDesc&, const KtParamValue& value)
+{
+    return DefaultValues(&value.flt, Count);
+}
+
+DefaultValues matrixDefault(const ParmDesc&, const KtParamValue& value)
+{
+    return value.mtx ? DefaultValues(&value.mtx->m[0][0], 16) : DefaultValues();
+}
+
+DefaultValues stringDefault(const ParmDesc&, const KtParamValue& value)
 {
     DefaultValues values;
-    switch (type)
-    {
-    case KR_TYPE_BYTE:
-        values.set(value.byte_);
-        break;
-    case KR_TYPE_BOOLEAN:
-        values.set(value.bool_ ? 1 : 0);
-        break;
-    case KR_TYPE_INT:
-    case KR_TYPE_UINT: // the host's integers are signed: the upper half comes out negative
-        values.set(value.int_);
-        break;
-    case KR_TYPE_FLOAT:
-        values.set(value.flt);
-        break;
-    case KR_TYPE_RGB:
-        values.set(&value.rgb.r, 3);
-        break;
-    case KR_TYPE_RGBA:
-        values.set(&value.rgba.r, 4);
-        break;
-    case KR_TYPE_VECTOR:
-    case KR_TYPE_POINT:
-        values.set(&value.vec.x, 3);
-        break;
-    case KR_TYPE_POINT2:
-        values.set(&value.pnt2.x, 2);
-        break;
-    case KR_TYPE_MATRIX:
-        if (value.mtx)
-            values.set(&value.mtx->m[0][0], 16);
-        break;
-    case KR_TYPE_STRING:
-        values.text = leakTextForHost(value.str ? value.str : "");
-        break;
-    case KR_TYPE_ENUM:
-        values.set(value.int_);
-        values.text = enumToken(parm, value.int_);
-        break;
-    default:
-        break;
-    }
+    values.text = leakTextForHost(value.str ? value.str : "");
     return values;
+}
+
+DefaultValues enumDefault(const ParmDesc& parm, const KtParamValue& value)
+{
+    DefaultValues values(value.int_);
+    values.text = enumToken(parm, value.int_);
+    return values;
+}
+
+struct ValueRow
+{
+    int code;
+    void (*readElement)(const KtArray*, KtParamValue&, KtMatrix&);
+    DefaultValues (*makeDefault)(const ParmDesc&, const KtParamValue&);
+};
+
+// A type without a row has the host's own default, in an array too.
+const ValueRow value_rows[] = {
+    {KR_TYPE_BYTE, byteElement, byteDefault},        {KR_TYPE_INT, intElement, intDefault},
+    {KR_TYPE_UINT, uintElement, intDefault},         {KR_TYPE_BOOLEAN, booleanElement, booleanDefault},
+    {KR_TYPE_FLOAT, floatElement, floatsDefault<1>}, {KR_TYPE_RGB, rgbElement, floatsDefault<3>},
+    {KR_TYPE_RGBA, rgbaElement, floatsDefault<4>},   {KR_TYPE_VECTOR, vectorElement, floatsDefault<3>},
+    {KR_TYPE_POINT, pointElement, floatsDefault<3>}, {KR_TYPE_POINT2, point2Element, floatsDefault<2>},
+    {KR_TYPE_STRING, stringElement, stringDefault},  {KR_TYPE_MATRIX, matrixElement, matrixDefault},
+    {KR_TYPE_ENUM, intElement, enumDefault},
+};
+
+bool hasValues(const KtArray* array) { return array && array->nelements != 0 && array->nkeys != 0; }
+
+/// The values that a description's default record holds: of an array, those of its first element. An empty array's record
+/// holds no value of the element type, so zeros stand for it.
+DefaultValues defaultValues(const ParmDesc& parm, const ValueRow& row)
+{
+    if (!parm.isArray)
+        return row.makeDefault(parm, parm.defaultValue);
+    KtParamValue element = KtParamValue();
+    KtMatrix matrix;
+    if (hasValues(parm.defaultValue.array))
+        row.readElement(parm.defaultValue.array, element, matrix);
+    return row.makeDefault(parm, element);
 }
 
 /// Text shown for a type that has no value to show; null for the others. Types that the renderer should not
@@ -343,8 +368,8 @@ PRM_Default* ParmDesc::getDefault() const
     if (!hasDefault)
         return defaults;
 
-    KtMatrix matrix;
-    const DefaultValues values = readValue(*this, code, sourceValue(*this, code, matrix));
+    const ValueRow* row = findRow(value_rows, &ValueRow::code, code);
+    const DefaultValues values = row ? defaultValues(*this, *row) : DefaultValues();
     for (int i = 0; i < values.count; ++i)
         defaults[i].setFloat(values.numbers[i]);
     if (values.text)

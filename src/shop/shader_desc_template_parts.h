@@ -7,8 +7,6 @@
 #include <PRM/PRM_Template.h>
 #include <PRM/PRM_Type.h>
 
-#include <algorithm>
-#include <iterator>
 #include <string>
 
 // What the templates of renderer parameters and of extra parameters are made from alike.
@@ -23,15 +21,6 @@ const int parm_group = 1;
 
 /// What the host's multi-parameter constructor calls the number of rows of the instance area.
 const int multi_rows = 1;
-
-/// The row of a table whose `word` is that word; null when there is none.
-template <typename Row, std::size_t N>
-const Row* findWord(const Row (&rows)[N], const std::string& word)
-{
-    const Row* row =
-        std::find_if(std::begin(rows), std::end(rows), [&word](const Row& r) { return word == r.word; });
-    return row == std::end(rows) ? nullptr : row;
-}
 
 /// The look that hides a label, when the description asks for it.
 inline PRM_TypeExtended labelLook(const ParmDesc& parm)

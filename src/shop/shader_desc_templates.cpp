@@ -5,6 +5,8 @@
 #include "shader_desc_text.h"
 #include "utils.h"
 #include "utils_host_memory.h"
+#include "utils_rows.h"
+#include "utils_visibility.h"
 
 #include <PRM/PRM_Callback.h>
 #include <PRM/PRM_ChoiceList.h>
@@ -14,7 +16,6 @@
 #include <PRM/PRM_Template.h>
 
 #include <algorithm>
-#include <iterator>
 
 namespace zelk
 {
@@ -45,12 +46,7 @@ const KindRow kind_rows[] = {
     {KR_TYPE_MATRIX, &PRM_FLT, true},     {KR_TYPE_ENUM, &PRM_STRING, false},
 };
 
-const KindRow* findKind(int code)
-{
-    const KindRow* row = std::find_if(std::begin(kind_rows), std::end(kind_rows),
-                                      [code](const KindRow& r) { return r.code == code; });
-    return row == std::end(kind_rows) ? nullptr : row;
-}
+const KindRow* findKind(int code) { return findRow(kind_rows, &KindRow::code, code); }
 
 /// The kind, look and menu of one parameter's template.
 struct Look
@@ -91,26 +87,13 @@ std::string field(const std::vector<std::string>& fields, std::size_t i)
     return i < fields.size() ? fields[i] : std::string();
 }
 
-/// One menu serves every visibility mask. Item i stands for bit i; the unlabelled "unused" keeps the bits
-/// behind it in their places.
-PRM_ChoiceList* visibilityMenu()
-{
-    static PRM_ChoiceList* menu = leakForHost<PRM_ChoiceList>(
-        PRM_CHOICELIST_TOGGLE,
-        leakListForHost(std::vector<PRM_Name>{PRM_Name("camera", "Camera"), PRM_Name("shadow", "Shadow"),
-                                              PRM_Name("reflected", "Reflected"),
-                                              PRM_Name("refracted", "Refracted"), PRM_Name("unused", ""),
-                                              PRM_Name("diffuse", "Diffuse"), PRM_Name("glossy", "Glossy")}));
-    return menu;
-}
-
 /// The menu that "menu:<kind>:<source>" asks for; null, after an error message, when either word is unknown.
 PRM_ChoiceList* describedMenu(const ParmDesc& parm)
 {
     const std::vector<std::string> fields = split(parm.houdiniType.c_str(), ':', false);
     const std::string kindWord = field(fields, 1), source = field(fields, 2);
 
-    const MenuKindRow* kind = findWord(menu_kind_rows, kindWord);
+    const MenuKindRow* kind = findRow(menu_kind_rows, &MenuKindRow::word, kindWord);
     if (!kind)
     {
         KrMsgError("[zelk::shop::ParmDesc] Unhandled menu type: %s", kindWord.c_str());
@@ -119,7 +102,7 @@ PRM_ChoiceList* describedMenu(const ParmDesc& parm)
     if (source == "menu")
         return leakForHost<PRM_ChoiceList>(kind->type, parm.getMenuNames());
 
-    const ScriptRow* script = findWord(script_rows, source);
+    const ScriptRow* script = findRow(script_rows, &ScriptRow::word, source);
     if (!script)
     {
         KrMsgError("[zelk::shop::ParmDesc] Unhandled menu script language: %s", source.c_str());
@@ -160,7 +143,7 @@ void refineInteger(const ParmDesc& parm, Look& look)
     if (parm.houdiniType != "visibility")
         return;
     look.type = PRM_BUTTONSTRIP;
-    look.menu = visibilityMenu();
+    look.menu = &visibilityMenu();
 }
 
 Look lookOf(const ParmDesc& parm, PRM_SpareData& spare)

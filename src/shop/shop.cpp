@@ -69,7 +69,7 @@ bool isOurs(OP_Operator* op)
 bool isHostsOwn(OP_OTLLibrary& library)
 {
     const char* host = std::getenv("HH");
-    const UT_String source(library.getSource());
+    const auto& source = library.getSource(); // the text class differs from release to release
     return host &&
            std::string(source.buffer() ? source.buffer() : "").compare(0, std::strlen(host), host) == 0;
 }

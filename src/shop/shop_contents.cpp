@@ -76,14 +76,15 @@ bool holdsNul(const Bytes& line)
 /// First place of the separator; the end of the line when there is none. It is found by its NUL, since text has none.
 const char* findSeparator(const Bytes& line)
 {
-    const std::ptrdiff_t before = 4, size = static_cast<std::ptrdiff_t>(opsep_size());
+    const std::ptrdiff_t upToNul = static_cast<std::ptrdiff_t>(opsep().find('\0'));
+    const std::ptrdiff_t size = static_cast<std::ptrdiff_t>(opsep_size());
     const char* from = line.begin;
     while (from != line.end)
     {
         const void* found = std::memchr(from, '\0', static_cast<std::size_t>(line.end - from));
         if (!found)
             return line.end;
-        const char* start = static_cast<const char*>(found) - before;
+        const char* start = static_cast<const char*>(found) - upToNul;
         const bool fits = start >= line.begin && line.end - start >= size;
         if (fits && std::equal(opsep().begin(), opsep().end(), start))
             return start;

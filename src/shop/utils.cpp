@@ -1,8 +1,9 @@
 #include "utils.h"
 
+#include "utils_rows.h"
+
 #include <algorithm>
 #include <cstring>
-#include <iterator>
 
 namespace zelk
 {
@@ -65,12 +66,7 @@ const TypeRow type_rows[] = {
     {KR_TYPE_UNDEFINED, "undefined", VOP_TYPE_UNDEF, 1},
 };
 
-const TypeRow* findType(int code)
-{
-    const TypeRow* row = std::find_if(std::begin(type_rows), std::end(type_rows),
-                                      [code](const TypeRow& r) { return r.code == code; });
-    return row == std::end(type_rows) ? nullptr : row;
-}
+const TypeRow* findType(int code) { return findRow(type_rows, &TypeRow::code, code); }
 
 } // namespace
 

@@ -11,7 +11,8 @@
 namespace
 {
 
-// A value: colours, vectors and points are floats in a row, which live updates write from `flt` on.
+// A value: colours, vectors and points are floats in a row, which live updates write, and
+// defaults are read, from `flt` on.
 static_assert(sizeof(KtParamValue) == 16 && alignof(KtParamValue) == 8, "16 bytes, and pointers in them");
 static_assert(sizeof(KtParamValue::byte_) == 1 && sizeof(KtParamValue::bool_) == 1, "one byte");
 static_assert(sizeof(KtParamValue::int_) == 4 && sizeof(KtParamValue::uint_) == 4, "32 bits");

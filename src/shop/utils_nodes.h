@@ -57,7 +57,9 @@ private:
     char m_text[64];
 };
 
-/// Lets a node find out whether it survived something that calls foreign code. A node holds one; a Watch is made before.
+/// Lets a node of ours find out whether it survived something that calls foreign code. The node holds one; a Watch is made
+/// before. Handlers of the node's own events use it, not NodeWatch: it allocates nothing for an event, and it leaves alone
+/// the list of listeners, which the host is walking at that moment.
 class NodeLife
 {
 public:
@@ -81,7 +83,7 @@ private:
     std::shared_ptr<char> m_life;
 };
 
-/// The same for any node, for a short while: it listens to the node for as long as it lives. Costs an entry in the node's
+/// The same for a node of any class: it listens to the node for as long as it lives itself. Costs an entry in the node's
 /// list of listeners.
 class NodeWatch
 {

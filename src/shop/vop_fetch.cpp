@@ -69,17 +69,16 @@ OP_Operator* VOP_KorvanFetch::newOperator()
 
 OP_Node* VOP_KorvanFetch::myConstructor(OP_Network* net, const char* name, OP_Operator* op)
 {
-    VOP_KorvanFetch* node = new VOP_KorvanFetch(net, name, op);
-    node->addOpInterest(node, nodeEventHandler);
-    return node;
+    return new VOP_KorvanFetch(net, name, op);
 }
 
 VOP_KorvanFetch::VOP_KorvanFetch(OP_Network* net, const char* name, OP_Operator* op)
     : VOP_KorvanUtility(net, name, op), outputs_loaded(false)
 {
+    addOpInterest(this, nodeEventHandler);
 }
 
-VOP_KorvanFetch::~VOP_KorvanFetch() {}
+VOP_KorvanFetch::~VOP_KorvanFetch() { removeOpInterest(this, nodeEventHandler); }
 
 // --- Connectors -------------------------------------------------------------------------------------------------------
 

@@ -2,10 +2,10 @@
 
 #include "utils_host_memory.h"
 #include "utils_nodes.h"
+#include "utils_visibility.h"
 
 #include <OP/OP_Network.h>
 #include <OP/OP_OperatorTable.h>
-#include <PRM/PRM_ChoiceList.h>
 #include <PRM/PRM_Default.h>
 #include <PRM/PRM_Name.h>
 
@@ -21,21 +21,7 @@ namespace
 
 PRM_Name spacer_name("spacer", "");
 PRM_Name visibility_name("background_visibility", "Background Visibility");
-PRM_Default visibility_default(255);
-
-// One bit each, from bit 0. Deliberate: bit 4 has no meaning yet and no label, but its place is taken, and the default
-// sets it too.
-PRM_Name visibility_menu_items[] = {
-    PRM_Name("camera", "Camera"),
-    PRM_Name("shadow", "Shadow"),
-    PRM_Name("reflected", "Reflected"),
-    PRM_Name("refracted", "Refracted"),
-    PRM_Name("unused", ""),
-    PRM_Name("diffuse", "Diffuse"),
-    PRM_Name("glossy", "Glossy"),
-    PRM_Name(),
-};
-PRM_ChoiceList visibility_menu(PRM_CHOICELIST_TOGGLE, visibility_menu_items);
+PRM_Default visibility_default(255); // every bit, those without a meaning too
 
 } // namespace
 
@@ -43,7 +29,7 @@ PRM_Template vop_korvan_output_templates[] = {PRM_Template()};
 
 PRM_Template vop_korvan_environment_templates[] = {
     PRM_Template(PRM_LABEL, 1, &spacer_name),
-    PRM_Template(PRM_BUTTONSTRIP, 1, &visibility_name, &visibility_default, &visibility_menu),
+    PRM_Template(PRM_BUTTONSTRIP, 1, &visibility_name, &visibility_default, &visibilityMenu()),
     PRM_Template(),
 };
 

@@ -158,9 +158,10 @@ VOP_KorvanUtilityOperator* VOP_KorvanRamp::makeOperator(const RampKind& kind, OP
 VOP_KorvanRamp::VOP_KorvanRamp(OP_Network* net, const char* name, OP_Operator* op)
     : VOP_KorvanUtility(net, name, op)
 {
+    addOpInterest(this, nodeEventHandler);
 }
 
-VOP_KorvanRamp::~VOP_KorvanRamp() {}
+VOP_KorvanRamp::~VOP_KorvanRamp() { removeOpInterest(this, nodeEventHandler); }
 
 int VOP_KorvanRamp::keyCount(double time) const
 {

@@ -80,9 +80,9 @@ protected:
     void getAllowedInputTypesSubclass(unsigned i, UT_Array<VOP_Type>& types) override;
     VOP_Type getOutputTypeSubclass(int i) override;
 
+private:
     static void nodeEventHandler(OP_Node* caller, void* callee, OP_EventType type, void* data);
 
-private:
     int keyCount(double time) const;
     void disconnectRemovedKeys(const NodeLife::Watch& life);
 

@@ -36,9 +36,7 @@ OP_Operator* VOP_KorvanRampFloat::newOperator()
 
 OP_Node* VOP_KorvanRampFloat::myConstructor(OP_Network* net, const char* name, OP_Operator* op)
 {
-    VOP_KorvanRampFloat* node = new VOP_KorvanRampFloat(net, name, op);
-    node->addOpInterest(node, nodeEventHandler);
-    return node;
+    return new VOP_KorvanRampFloat(net, name, op);
 }
 
 const RampKind& VOP_KorvanRampFloat::kind() const { return float_ramp; }

@@ -36,9 +36,7 @@ OP_Operator* VOP_KorvanRampRgb::newOperator()
 
 OP_Node* VOP_KorvanRampRgb::myConstructor(OP_Network* net, const char* name, OP_Operator* op)
 {
-    VOP_KorvanRampRgb* node = new VOP_KorvanRampRgb(net, name, op);
-    node->addOpInterest(node, nodeEventHandler);
-    return node;
+    return new VOP_KorvanRampRgb(net, name, op);
 }
 
 const RampKind& VOP_KorvanRampRgb::kind() const { return rgb_ramp; }

@@ -3,6 +3,7 @@
 #include "shader_desc.h"
 #include "utils_nodes.h"
 #include "utils_publish.h"
+#include "utils_rows.h"
 
 #include <CH/CH_Manager.h>
 #include <OP/OP_Director.h>
@@ -109,15 +110,10 @@ const EncodingRow encoding_rows[] = {
 void encode(const OP_Node& node, const ParmDesc& parm, ipr::DeltaParm& target)
 {
     target.type = static_cast<std::uint8_t>(parm.typeCode());
-    for (const EncodingRow& row : encoding_rows)
-    {
-        if (row.code == parm.typeCode())
-        {
-            row.encode(Evaluation(node, parm.name.c_str()), target);
-            return;
-        }
-    }
-    target.str = unhandled;
+    if (const EncodingRow* row = findRow(encoding_rows, &EncodingRow::code, parm.typeCode()))
+        row->encode(Evaluation(node, parm.name.c_str()), target);
+    else
+        target.str = unhandled;
 }
 
 /// The file of the image shader is never published: the render reads its images at its own pace.
@@ -138,7 +134,8 @@ bool looksThrough(const OP_Node& camera, const std::string& shaderPath)
     return shaderPath.compare(0, prefix.size(), prefix) == 0;
 }
 
-/// The camera objects, in their order. One that is deleted meanwhile, as an expression may do, is null from then on.
+/// The camera objects, in their order. One that is deleted meanwhile, as an expression may do, is null from then on: their
+/// network tells, through one listener, so that a camera costs an edit no more than the question where it looks.
 class Cameras
 {
 public:
@@ -156,8 +153,8 @@ public:
     std::vector<std::string> lookingThrough(const std::string& shaderPath) const
     {
         std::vector<std::string> paths;
-        for (const OP_Node* const& camera :
-             m_cameras) // a reference: it may become null while it is evaluated
+        // By reference: a camera may become null while it is evaluated.
+        for (const OP_Node* const& camera : m_cameras)
             if (camera && looksThrough(*camera, shaderPath) && camera)
                 paths.push_back(fullPathOf(*camera));
         return paths;

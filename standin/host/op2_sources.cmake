@@ -29,6 +29,10 @@ set(HOST_OP2_SOURCES
     src/op/op_otl_manager.cpp
     src/op/op_otl_orphans.cpp
     src/op/op_otl_types.cpp
+    src/op/op_parameters.cpp
+    src/op/op_parameters_eval.cpp
+    src/op/op_parameters_set.cpp
+    src/op/op_parameters_state.cpp
     src/op/op_placeholder.cpp
     src/op/op_spare_template.cpp
     src/op/op_tables.cpp

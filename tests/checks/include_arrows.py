@@ -29,9 +29,10 @@ RENDERER_HEADERS = ("kr.h", "kr_plugin.h", "kr_observe.h")
 # roots: where a header of the room's own may lie, besides beside the file that includes it.
 ROOMS = (
     dict(room="src/shop", library=STANDARD | {"kr.h"}, prefixes=HOST_LIBRARIES + ("zelk/ipr/",), roots=("src/shop",)),
+    dict(room="standin/common", library=PLATFORM, prefixes=("common/",) + PLATFORM_PREFIXES, roots=()),
     dict(room="standin/host", library=PLATFORM | {"Python.h", "zlib.h"},
-         prefixes=("pybind11/",) + PLATFORM_PREFIXES, roots=("standin/host/include", "standin/host/src")),
-    dict(room="standin/renderer", library=PLATFORM, prefixes=("toml++/", "nlohmann/") + PLATFORM_PREFIXES,
+         prefixes=("pybind11/", "common/") + PLATFORM_PREFIXES, roots=("standin/host/include", "standin/host/src")),
+    dict(room="standin/renderer", library=PLATFORM, prefixes=("toml++/", "nlohmann/", "common/") + PLATFORM_PREFIXES,
          roots=("standin/renderer/include", "standin/renderer/src", "standin/renderer/shaders")),
     dict(room="standin/ipr", library=PLATFORM | {"kr.h", "zmq.h", "zmq.hpp", "msgpack.hpp"},
          prefixes=("msgpack/",) + PLATFORM_PREFIXES, roots=("standin/ipr/include", "standin/ipr/src")),

@@ -53,6 +53,7 @@ class IncludeArrows(unittest.TestCase):
     def test_refuse_a_stand_in_the_plug_in_and_the_other_stand_in(self):
         self.assertEqual(len(self.found("standin/host/src/a.cpp", "#include <kr.h>\n")), 1)
         self.assertEqual(len(self.found("standin/renderer/src/a.cpp", "#include <OP/OP_Node.h>\n")), 1)
+        self.assertEqual(len(self.found("standin/common/a.cpp", "#include <kr.h>\n")), 1)
         self.assertEqual(len(self.found("standin/host/src/a.cpp", '#include "../../../src/shop/utils.h"\n',
                                         "src/shop/utils.h")), 1)
 
@@ -147,10 +148,12 @@ class DocumentedKeys(unittest.TestCase):
 
 
 class TestsNamed(unittest.TestCase):
-    def found(self, row, comment="", bad_input="| nothing | nothing | `Ramp.Stays` |\n"):
+    def found(self, row, comment="", bad_input="| nothing | nothing | `Ramp.Stays` |\n",
+              live_updates="| a key | the ramp | `Ramp.Stays` |\n"):
         tree = Tree(self)
-        tree.write("tests/README.md", f"Text.\n\n| what must hold | the test |\n|---|---|\n{row}")
+        tree.write("tests/README.md", f"Text.\n\n| what must hold | the tests |\n|---|---|\n{row}")
         tree.write("docs/bad-input.md", f"| what is wrong | what is seen | the tests |\n|---|---|---|\n{bad_input}")
+        tree.write("docs/live-updates.md", f"| what is edited | what is sent | held by |\n|---|---|---|\n{live_updates}")
         tree.write("tests/unit/a_test.cpp", "TEST(Ramp, Stays)\n{\n}\nTEST_P(Ramp,\n       Grows)\n{\n}\n")
         tree.write("tests/python/a_test.py", "class Wires(Case):\n    def test_hold(self):\n        pass\n")
         tree.write("tests/preview/a_test.mjs", 'pageTest("a page, seen", TYPE, run);\n')
@@ -181,6 +184,10 @@ class TestsNamed(unittest.TestCase):
                          ["docs/bad-input.md:3: names no test"])
         self.assertEqual(self.found(holds, bad_input="| it | seen | `Ramp.Falls` |\n"),
                          ["docs/bad-input.md:3: there is no test Ramp.Falls"])
+
+    def test_find_rows_of_live_updates_whose_test_is_gone(self):
+        self.assertEqual(self.found("| it holds | `Ramp.Stays` |\n", live_updates="| a key | the ramp | `Ramp.Falls` |\n"),
+                         ["docs/live-updates.md:3: there is no test Ramp.Falls"])
 
     def test_find_comments_that_point_to_no_test(self):
         self.assertEqual(self.found("| it holds | `Ramp.Stays` |\n", "int a;\n// Deliberate. See\n// Ramp.Falls.\n"),

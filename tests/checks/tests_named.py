@@ -1,5 +1,5 @@
-"""Tests that are named exist: those of the tables of behaviours and of bad input, and those that a comment of the plug-in
-points to.
+"""Tests that are named exist: those of the tables of behaviours, of bad input and of live updates, and those that a
+comment of the plug-in points to.
 
 A test is named as `Suite.Name`, or as `file_test.py::Class.test_name` with the file's path below tests/; one of the preview's
 page as `preview/file_test.mjs::what it says`. Where a row of the tables names none, the check says so too.
@@ -10,14 +10,14 @@ import sys
 
 import tree
 
-DOCUMENTS = ("tests/README.md", "docs/bad-input.md")
+DOCUMENTS = ("tests/README.md", "docs/bad-input.md", "docs/live-updates.md")
 CXX_TEST = re.compile(r"^(?:TYPED_)?TEST(?:_F|_P)?\(\s*(\w+),\s*(\w+)\s*\)", re.MULTILINE)
 CXX_COMMENT = re.compile(r"//.*(?:\n[ \t]*//.*)*")
 PYTHON_PART = re.compile(r"^class (\w+)|^    def (test_\w+)\(", re.MULTILINE)
 PAGE_TEST = re.compile(r'^pageTest\(\s*"((?:[^"\\]|\\.)*)"', re.MULTILINE)
 NAME = re.compile(r"`((?:[\w/]+\.py::)?\w+\.\w+|[\w/]+\.mjs::[^`]+)`")
 POINTER = re.compile(r"\bsee (\w+\.\w+)", re.IGNORECASE)
-HEADINGS = {"what must hold", "what is wrong", "---"}
+HEADINGS = {"the tests", "held by", "---"}
 
 
 def python_tests(text):
@@ -49,7 +49,7 @@ def of_document(root, document, there):
     file = root / document
     rows = [(number, line.strip("|").split("|")) for number, line in enumerate(file.read_text(encoding="utf-8").splitlines(), 1)
             if line.startswith("|")] if file.exists() else []
-    rows = [(number, cells) for number, cells in rows if cells[0].strip() not in HEADINGS]
+    rows = [(number, cells) for number, cells in rows if cells[-1].strip() not in HEADINGS]
     found = [] if rows else [f"{document} has no rows; a table that names tests belongs there"]
     for number, cells in rows:
         named = NAME.findall(cells[-1])

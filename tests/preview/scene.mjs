@@ -121,7 +121,7 @@ export class Preview {
 }
 
 /** The first parameter that `wanted` accepts, wherever it stands. */
-export function findParm(parms, wanted) {
+function findParm(parms, wanted) {
   for (const parm of parms) {
     if (wanted(parm)) return parm;
     for (const group of [...(parm.tabs ?? []), ...(parm.instances ?? [])]) {
@@ -133,7 +133,7 @@ export function findParm(parms, wanted) {
 }
 
 /** What a test looks at: a page that shows one node, with words for the things on it. */
-export class Scene {
+class Scene {
   constructor(preview, page, type) {
     Object.assign(this, { preview, page, type });
   }

@@ -93,7 +93,6 @@ static_assert(std::is_base_of<OP_SpecificData, SHOP_OperatorInfo>::value, "");
 
 static_assert(Has<bool (OP_Operator::*)(UT_String&), &OP_Operator::getOpHelpURL>::value, "");
 static_assert(Has<bool (OP_Operator::*)(UT_String&), &OP_Operator::getOpTabSubMenuPath>::value, "");
-static_assert(Has<bool (OP_Operator::*)(UT_String&) const, &OP_Operator::getHDKHelp>::value, "");
 static_assert(Has<const UT_String& (OP_Operator::*)() const, &OP_Operator::getName>::value, "");
 static_assert(Has<unsigned (OP_Operator::*)(), &OP_Operator::maxOutputs>::value, "");
 static_assert(Has<OP_OTLLibrary* (OP_Operator::*)(), &OP_Operator::getOTLLibrary>::value, "");
@@ -120,7 +119,6 @@ static_assert(Has<int (OP_Network::*)(const char*, UT_ValArray<OP_Node*>&), &OP_
               "");
 static_assert(Has<bool (OP_OperatorFilter::*)(OP_Operator*), &OP_OperatorFilter::allowOperatorAsChild>::value,
               "");
-static_assert(Has<bool (OP_OperatorFilter::*)(const char*), &OP_OperatorFilter::allowTool>::value, "");
 
 static_assert(Has<OP_ERROR (OP_Node::*)(unsigned, OP_Node*, unsigned), &OP_Node::setInput>::value, "");
 static_assert(Has<unsigned (OP_Node::*)(int) const, &OP_Node::nOutputs>::value, "");
@@ -163,7 +161,6 @@ public:
     unsigned maxOutputs() const override { return 1; }
     bool runCreateScript() override { return true; }
     int getOutputFromName(const UT_String&) const override { return 0; }
-    bool willAutoconvertInputType(int) override { return false; }
     VOP_Type getShaderType() const override { return VOP_SURFACE_SHADER; }
     void getDescriptiveName(UT_String&) const override {}
 

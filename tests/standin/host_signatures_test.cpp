@@ -119,7 +119,7 @@ static_assert(is<void (PRM_Template::*)(bool)>(&PRM_Template::setInvisible) &&
               "");
 
 // What templates are made of.
-static_assert(std::is_constructible<PRM_Name, const char*, const char*, int>::value, "");
+static_assert(std::is_constructible<PRM_Name, const char*, const char*>::value, "");
 static_assert(std::is_constructible<PRM_Default, fpreal, const char*, CH_StringMeaning>::value, "");
 static_assert(std::is_constructible<PRM_Range, PRM_RangeFlag, fpreal, PRM_RangeFlag, fpreal>::value, "");
 static_assert(std::is_constructible<PRM_ChoiceList, PRM_ChoiceListType, PRM_Name*>::value, "");

@@ -4,27 +4,9 @@
 #include <UT/UT_IStream.h>
 #include <UT/UT_WorkBuffer.h>
 
-#include <zlib.h>
-
 #include <string>
 
 // What holds the container's filter against something plainer.
-
-/// A text as one gzip member.
-inline std::string gzip(const std::string& text)
-{
-    z_stream stream = {};
-    deflateInit2(&stream, Z_BEST_SPEED, Z_DEFLATED, 15 + 16, 8, Z_DEFAULT_STRATEGY);
-    std::string packed(deflateBound(&stream, text.size()), '\0');
-    stream.next_in = reinterpret_cast<Bytef*>(const_cast<char*>(text.data()));
-    stream.avail_in = static_cast<uInt>(text.size());
-    stream.next_out = reinterpret_cast<Bytef*>(&packed[0]);
-    stream.avail_out = static_cast<uInt>(packed.size());
-    deflate(&stream, Z_FINISH);
-    packed.resize(stream.total_out);
-    deflateEnd(&stream);
-    return packed;
-}
 
 /// The next word; false at the end.
 inline bool readWord(UT_IStream& stream, std::string& word)

@@ -1,4 +1,5 @@
 #include "asset_contents.h"
+#include "gzip.h"
 #include "standin_renderer.h"
 #include "standin_session.h"
 

@@ -33,6 +33,7 @@ std::vector<PageLink> linksTo(const std::vector<std::size_t>& users, const std::
                               const PageNames& names, const std::vector<OperatorFacts>& types)
 {
     std::vector<PageLink> links;
+    links.reserve(users.size());
     for (const std::size_t user : users)
         links.push_back({addressFrom(from, names.pages[user]), &types[user]});
     return links;

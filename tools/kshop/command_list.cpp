@@ -119,6 +119,7 @@ std::vector<std::vector<std::string>> kindRows(const std::vector<StartupPhase>& 
     std::stable_sort(sorted.begin(), sorted.end(),
                      [](const auto& a, const auto& b) { return a.second.second > b.second.second; });
     std::vector<std::vector<std::string>> rows;
+    rows.reserve(sorted.size());
     for (const auto& [phase, sum] : sorted)
         rows.push_back(
             {phase, std::to_string(sum.first), millisecondsText(sum.second), shareText(sum.second, total)});

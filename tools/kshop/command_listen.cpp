@@ -1,7 +1,7 @@
 #include "commands.h"
 #include "interruption.h"
 #include "output.h"
-#include "record_output.h"
+#include "records/record_output.h"
 
 #include <zelk/ipr/listener.h>
 #include <zelk/ipr/reader.h>

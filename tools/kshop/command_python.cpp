@@ -1,7 +1,7 @@
 #include "commands.h"
-#include "delta_log.h"
 #include "output.h"
-#include "record_file.h"
+#include "records/delta_log.h"
+#include "records/record_file.h"
 
 #include <standin/python.h>
 

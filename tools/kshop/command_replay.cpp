@@ -1,7 +1,7 @@
 #include "commands.h"
 #include "interruption.h"
 #include "output.h"
-#include "record_file.h"
+#include "records/record_file.h"
 #include "text.h"
 
 #include <zelk/ipr/endpoint.h>

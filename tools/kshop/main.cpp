@@ -1,4 +1,5 @@
 #include "commands.h"
+#include "help_texts.h"
 #include "output.h"
 #include "text.h"
 
@@ -25,108 +26,6 @@ namespace kshop
 namespace
 {
 
-const char* const program_help = "Looks at the node types that host plug-ins register, and tries them out.";
-
-const char* const program_examples = R"(Examples:
-  kshop list                                  what was registered
-  kshop describe korvan::image                one type's whole interface
-  kshop describe --json > interface.json      everything, for programs
-  kshop lint my_shader.mtd                    mistakes in a shader's metadata
-  kshop python my_network.py                  a script inside the host, with hou
-  kshop --dso build/dso/korvan_shop.so list   with another plug-in
-
-Exit status: 0 when all went well, 1 after a mistake (its sentence is on standard error), 2 for wrong usage.
-HOUDINI_PATH, HOUDINI_DSO_PATH, KORVAN_PLUGIN_PATH and KORVAN_CATALOGUE say where things are looked for;
-'kshop env' shows what that comes to.)";
-
-const char* const list_examples = R"(Examples:
-  kshop list              the types in table order, and how many there are of each category
-  kshop list --why        and each renderer entry without a node type, with the reason
-  kshop list --timings    and where the time of the start-up went
-  kshop list --json       for programs)";
-
-const char* const describe_examples = R"(Examples:
-  kshop describe korvan::image korvan::noise   two types
-  kshop describe                               all of them
-  kshop describe --json korvan::image          for programs; with the messages of registration)";
-
-const char* const diff_examples =
-    R"(Exit status: 0 when every saved scene stays as it is, 1 when one could break, 2 when the files cannot be compared.
-
-Examples:
-  kshop describe --json > old.json        before the change
-  kshop describe --json | kshop diff old.json -
-  kshop diff --json old.json new.json     for programs)";
-
-const char* const help_pages_examples = R"(Examples:
-  kshop help-pages docs/shaders    index.html, and a page for each type where its help address points)";
-
-const char* const python_examples = R"(kshop python [--deltas FILE] [SCRIPT [ARG...]]
-
-Without SCRIPT it is an interactive shell; SCRIPT '-' is standard input. What follows SCRIPT is the script's own,
-in sys.argv; the exit status is the script's.
-
-Examples:
-  kshop python
-  kshop python build_network.py --scale 2
-  kshop python --deltas edits.json build_network.py    with every change record that it sends
-  echo 'print(hou.node("/shop").path())' | kshop python -)";
-
-const char* const env_examples = R"(Examples:
-  kshop env > environment.txt    what belongs into a report of a mistake
-  kshop env --json)";
-
-const char* const listen_examples =
-    R"(What arrives is printed as a render in progress would receive it, until Ctrl-C or --count.
-With --json a line is {"node_path", "entry_name", "parms": {NAME: {"type", "value"}}}.
-
-Examples:
-  kshop listen                                  at ZELK_IPR_ENDPOINT, or the user's own socket
-  kshop listen --json --count 100 > edits.json  for programs, and for 'kshop replay'
-  kshop listen --endpoint tcp://127.0.0.1:9000)";
-
-const char* const replay_examples =
-    R"(Sends what 'kshop listen --json' or 'kshop python --deltas' has written, in order, to whoever listens.
-Nothing is sent when a line is wrong. The status is 1 when a record was heard by nobody.
-
-Examples:
-  kshop replay edits.json
-  kshop replay --rate 25 edits.json    as if somebody dragged a slider
-  grep korvan edits.json | kshop replay -)";
-
-const char* const keys_examples =
-    R"(An endpoint that other machines can reach needs keys at both ends: name the file by ZELK_IPR_KEYS.
-
-Examples:
-  kshop keys ~/.korvan-keys
-  ZELK_IPR_KEYS=~/.korvan-keys kshop listen --endpoint 'tcp://*:9000')";
-
-const char* const lint_examples =
-    R"(Loads shaders and metadata as the plug-in does and tells every mistake: where it is, what an artist will see because
-of it, and what to do. docs/lint.md has a section for each rule.
-
-Examples:
-  kshop lint                     everything on the search path
-  kshop lint my_shader.mtd       a file, wherever it is; nothing is said about others
-  kshop lint --strict --json     for programs that guard a library
-
-Exit status: 1 when there are errors, with --strict also when there are warnings; 0 otherwise.)";
-
-const char* const tab_examples = R"(Examples:
-  kshop tab /shop                            what can be made in /shop
-  kshop tab /shop --create korvan_vopnet     what can be made inside a new node of that type
-  kshop tab /shop/look --scene look.hip      what can be made inside a node of a scene)";
-
-const char* const preview_examples =
-    R"(Shows what an artist will get, on a page in a browser: open the address that is printed. Values, menus, callbacks and
-conditions are those of a real node in this process, and the page follows when a metadata file is saved.
-The address carries a token, and only this machine can reach it. Ctrl-C ends the preview.
-
-Examples:
-  kshop preview
-  kshop preview --open korvan::image
-  kshop preview --port 0                any free port)";
-
 /// The options of all commands, where the command line parser leaves them.
 struct Options
 {
@@ -146,6 +45,12 @@ struct Options
     std::function<int()> command;
 };
 
+/// What a command line with that command comes to.
+void runs(CLI::App& command, Options& options, const std::function<int()>& run)
+{
+    command.callback([&options, run] { options.command = run; });
+}
+
 void addJson(CLI::App& command, bool& json) { command.add_flag("--json", json, "For programs"); }
 
 void addList(CLI::App& app, Options& options)
@@ -156,8 +61,7 @@ void addList(CLI::App& app, Options& options)
     command->add_flag("--timings", options.list.timings, "Add where the time of the start-up went");
     addJson(*command, options.list.json);
     command->footer(list_examples);
-    command->callback([&options]
-                      { options.command = [&options] { return runList(options.global, options.list); }; });
+    runs(*command, options, [&options] { return runList(options.global, options.list); });
 }
 
 void addDescribe(CLI::App& app, Options& options)
@@ -167,9 +71,7 @@ void addDescribe(CLI::App& app, Options& options)
                         "Node types, as in korvan::image; all when none is given");
     addJson(*command, options.describe.json);
     command->footer(describe_examples);
-    command->callback(
-        [&options]
-        { options.command = [&options] { return runDescribe(options.global, options.describe); }; });
+    runs(*command, options, [&options] { return runDescribe(options.global, options.describe); });
 }
 
 void addDiff(CLI::App& app, Options& options)
@@ -180,7 +82,7 @@ void addDiff(CLI::App& app, Options& options)
     command->add_option("NEW", options.diff.after, "The same, later")->required();
     addJson(*command, options.diff.json);
     command->footer(diff_examples);
-    command->callback([&options] { options.command = [&options] { return runDiff(options.diff); }; });
+    runs(*command, options, [&options] { return runDiff(options.diff); });
 }
 
 void addHelpPages(CLI::App& app, Options& options)
@@ -189,9 +91,7 @@ void addHelpPages(CLI::App& app, Options& options)
     command->add_option("DIR", options.helpPages.directory, "Where to; made when it does not exist")
         ->required();
     command->footer(help_pages_examples);
-    command->callback(
-        [&options]
-        { options.command = [&options] { return runHelpPages(options.global, options.helpPages); }; });
+    runs(*command, options, [&options] { return runHelpPages(options.global, options.helpPages); });
 }
 
 /// What looks like an option before the script is none that python has.
@@ -224,8 +124,7 @@ void addEnv(CLI::App& app, Options& options)
     CLI::App* command = app.add_subcommand("env", "Search paths, plug-ins, metadata files and versions");
     addJson(*command, options.env.json);
     command->footer(env_examples);
-    command->callback([&options]
-                      { options.command = [&options] { return runEnv(options.global, options.env); }; });
+    runs(*command, options, [&options] { return runEnv(options.global, options.env); });
 }
 
 void addTab(CLI::App& app, Options& options)
@@ -237,8 +136,7 @@ void addTab(CLI::App& app, Options& options)
     command->add_option("--create", options.tab.create, "Make a node of this type there and look inside it");
     addJson(*command, options.tab.json);
     command->footer(tab_examples);
-    command->callback([&options]
-                      { options.command = [&options] { return runTab(options.global, options.tab); }; });
+    runs(*command, options, [&options] { return runTab(options.global, options.tab); });
 }
 
 void addEndpoint(CLI::App& command, std::string& endpoints)
@@ -248,18 +146,27 @@ void addEndpoint(CLI::App& command, std::string& endpoints)
         "In place of ZELK_IPR_ENDPOINT: ipc://PATH or tcp://HOST:PORT, several separated by commas");
 }
 
-/// An option whose value is a number above 0. The same under every locale, unlike the parser's own.
-template <typename T>
-void addPositive(CLI::App& command, const std::string& name, T& number, const std::string& description)
+/// An option whose value is a number that `fits`; else `problem` says why not, behind what was given. Read the same under
+/// every locale, unlike by the parser itself.
+template <typename T, typename Fits>
+void addNumber(CLI::App& command, const std::string& name, T& number, Fits fits, const std::string& problem,
+               const std::string& description)
 {
-    const auto read = [name, &number](const std::string& text)
+    const auto read = [name, problem, fits, &number](const std::string& text)
     {
         const char* const end = text.data() + text.size();
         const auto [stop, error] = std::from_chars(text.data(), end, number);
-        if (error != std::errc() || stop != end || !(number > 0) || number > std::numeric_limits<T>::max())
-            throw CLI::ValidationError(name, text + " is no number above 0");
+        if (error != std::errc() || stop != end || !fits(number))
+            throw CLI::ValidationError(name, text + problem);
     };
     command.add_option_function<std::string>(name, read, description)->type_name("NUMBER");
+}
+
+template <typename T>
+void addPositive(CLI::App& command, const std::string& name, T& number, const std::string& description)
+{
+    const auto fits = [](T given) { return given > 0 && given <= std::numeric_limits<T>::max(); };
+    addNumber(command, name, number, fits, " is no number above 0", description);
 }
 
 void addListen(CLI::App& app, Options& options)
@@ -270,7 +177,7 @@ void addListen(CLI::App& app, Options& options)
     addEndpoint(*command, options.listen.endpoints);
     addJson(*command, options.listen.json);
     command->footer(listen_examples);
-    command->callback([&options] { options.command = [&options] { return runListen(options.listen); }; });
+    runs(*command, options, [&options] { return runListen(options.listen); });
 }
 
 void addReplay(CLI::App& app, Options& options)
@@ -281,7 +188,7 @@ void addReplay(CLI::App& app, Options& options)
     addPositive(*command, "--rate", options.replay.rate, "So many records a second at most");
     addEndpoint(*command, options.replay.endpoints);
     command->footer(replay_examples);
-    command->callback([&options] { options.command = [&options] { return runReplay(options.replay); }; });
+    runs(*command, options, [&options] { return runReplay(options.replay); });
 }
 
 void addKeys(CLI::App& app, Options& options)
@@ -291,7 +198,7 @@ void addKeys(CLI::App& app, Options& options)
     command->add_option("FILE", options.keys.file, "To be made; one that exists is left as it is")
         ->required();
     command->footer(keys_examples);
-    command->callback([&options] { options.command = [&options] { return runKeys(options.keys); }; });
+    runs(*command, options, [&options] { return runKeys(options.keys); });
 }
 
 void addLint(CLI::App& app, Options& options)
@@ -303,25 +210,14 @@ void addLint(CLI::App& app, Options& options)
                       "Show the rules, with a line about each, and look at nothing");
     addJson(*command, options.lint.json);
     command->footer(lint_examples);
-    command->callback([&options]
-                      { options.command = [&options] { return runLint(options.global, options.lint); }; });
+    runs(*command, options, [&options] { return runLint(options.global, options.lint); });
 }
 
-/// The same under every locale, as above; 0 is a port too.
 void addPort(CLI::App& command, int& port)
 {
-    const auto read = [&port](const std::string& text)
-    {
-        const char* const end = text.data() + text.size();
-        const auto [stop, error] = std::from_chars(text.data(), end, port);
-        if (error != std::errc() || stop != end || port < 0 || port > 65535)
-            throw CLI::ValidationError("--port",
-                                       text + " is no port; they go from 0 (any free one) to 65535");
-    };
-    command
-        .add_option_function<std::string>("--port", read,
-                                          "Port on 127.0.0.1; 8741 unless given, 0 for any free one")
-        ->type_name("NUMBER");
+    const auto fits = [](int given) { return given >= 0 && given <= 65535; };
+    addNumber(command, "--port", port, fits, " is no port; they go from 0 (any free one) to 65535",
+              "Port on 127.0.0.1; 8741 unless given, 0 for any free one");
 }
 
 void addPreview(CLI::App& app, Options& options)
@@ -330,11 +226,9 @@ void addPreview(CLI::App& app, Options& options)
     addPort(*command, options.preview.port);
     command->add_option("--open", options.preview.open, "Shader or node type to begin with");
     command->footer(preview_examples);
-    command->callback(
-        [&options] { options.command = [&options] { return runPreview(options.global, options.preview); }; });
+    runs(*command, options, [&options] { return runPreview(options.global, options.preview); });
     CLI::App* worker = app.add_subcommand("preview-worker")->group(""); // not shown: the preview's own
-    worker->callback([&options]
-                     { options.command = [&options] { return runPreviewWorker(options.global); }; });
+    runs(*worker, options, [&options] { return runPreviewWorker(options.global); });
 }
 
 /// Complains when --dso names nothing; otherwise makes it absolute, since scripts may change the directory.
@@ -358,7 +252,7 @@ std::string firstWord(int argc, char** argv)
 {
     for (int i = 1; i < argc; ++i)
     {
-        const std::string word = argv[i];
+        std::string word = argv[i];
         if (word == "--dso")
             ++i;
         else if (word.rfind("--dso=", 0) != 0)

@@ -104,6 +104,7 @@ std::vector<StartupPhase> StartupTimings::phases() const
     for (const StartupPhase& moment : m_phases)
         sums[{moment.phase, moment.subject}] += moment.seconds;
     std::vector<StartupPhase> result;
+    result.reserve(sums.size());
     for (const auto& [key, seconds] : sums)
         result.push_back({key.first, key.second, seconds});
     std::stable_sort(result.begin(), result.end(),

@@ -1,15 +1,17 @@
 // Opening plug-ins.
 #include "kr_observe.h"
 #include "read_file.h"
-#include "shared_object.h"
 #include "universe.h"
 #include "work.h"
+
+#include <common/cut_off.h>
 
 #include <dlfcn.h>
 
 #include <algorithm>
 #include <exception>
 #include <filesystem>
+#include <optional>
 #include <sstream>
 #include <system_error>
 
@@ -108,7 +110,7 @@ void Universe::loadPlugin(const std::string& file)
                    why.c_str());
         return;
     }
-    if (const std::optional<CutOff> cut = findCutOff(file))
+    if (const std::optional<standin::CutOff> cut = standin::findCutOff(file))
     {
         KrMsgError(
             "[kr] The plug-in %s is cut off: it should have %llu bytes and has %llu. Skipping it; copy it "

@@ -37,8 +37,8 @@ std::string shortText(const Json& value)
 
 std::string changeText(const Difference& difference)
 {
-    const std::string before = shortText(difference.before);
-    const std::string after = shortText(difference.after);
+    std::string before = shortText(difference.before);
+    std::string after = shortText(difference.after);
     if (difference.before.is_null() && difference.after.is_string())
         return after;
     if (difference.after.is_null() && difference.before.is_string())

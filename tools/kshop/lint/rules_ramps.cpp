@@ -118,17 +118,17 @@ void checkTypes(const Shader& shader, Report& report)
 
 void checkSeveral(const Shader& shader, Report& report)
 {
-    const Extra* last = nullptr;
+    std::vector<const Extra*> ramps;
     for (const Extra& extra : shader.extras)
         if (isRamp(extra) && wordsOf(extra).size() == 3)
-            last = &extra;
-    for (const Extra& extra : shader.extras)
-        if (isRamp(extra) && wordsOf(extra).size() == 3 && &extra != last)
+            ramps.push_back(&extra);
+    for (const Extra* ramp : ramps)
+        if (ramp != ramps.back())
             report.add(
-                extra.key->place, extra.name,
+                ramp->key->place, ramp->name,
                 {"the shader has several ramps, and this is not the last one",
                  fmt::format("Scripts that ask for a ramp's arrays (getMetaDataCacheStr) hear of {} only.",
-                             quoted(last->name)),
+                             quoted(ramps.back()->name)),
                  "Leave one ramp in the shader, or do without such scripts."});
 }
 

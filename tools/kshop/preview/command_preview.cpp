@@ -44,7 +44,7 @@ std::string typeToOpen(const std::string& name, const Json& types)
     std::vector<std::string> known;
     for (const Json& type : types)
     {
-        const std::string candidate = type["name"];
+        std::string candidate = type["name"];
         if (candidate == name || candidate == operatorName(name))
             return candidate;
         known.push_back(candidate);
@@ -112,6 +112,43 @@ int servePort(HttpServer& server, int wanted)
     return port;
 }
 
+/// The type that the page begins with; empty when none was asked for. False, after a sentence, when there is none of that
+/// name.
+bool findType(const std::string& open, Supervisor& supervisor, std::string& type)
+{
+    if (open.empty())
+        return true;
+    const Json state = supervisor.state();
+    type = typeToOpen(open, state["types"]);
+    if (type.empty())
+        showComplaints(state["messages"]);
+    return !type.empty();
+}
+
+/// Opens the port, starts the worker and serves the page until Ctrl-C.
+int serve(HttpServer& server, Guard& guard, Supervisor& supervisor, const Interruption& interruption,
+          const PreviewOptions& options)
+{
+    const int port = servePort(server, options.port);
+    if (port == 0)
+        return exit_failure;
+    guard.setPort(port);
+    const StopAtSignal stopAtSignal(interruption, supervisor);
+    if (!supervisor.start())
+        return interruption.came() ? exit_ok : exit_failure;
+    std::string type;
+    if (!findType(options.open, supervisor, type))
+        return exit_failure;
+    server.serve();
+    printAddress(
+        fmt::format("http://127.0.0.1:{}/?token={}{}", port, guard.token(), type.empty() ? "" : "#" + type));
+    complain("the preview runs; Ctrl-C ends it");
+    watchUntilInterrupted(interruption, supervisor);
+    supervisor.stop();
+    server.stop();
+    return exit_ok;
+}
+
 } // namespace
 
 int runPreview(const GlobalOptions& global, const PreviewOptions& options)
@@ -136,28 +173,7 @@ int runPreview(const GlobalOptions& global, const PreviewOptions& options)
         complain(why);
         return exit_failure;
     }
-    const int port = servePort(*server, options.port);
-    if (port == 0)
-        return exit_failure;
-    guard.setPort(port);
-    const StopAtSignal stopAtSignal(interruption, supervisor);
-    if (!supervisor.start())
-        return interruption.came() ? exit_ok : exit_failure;
-    std::string type;
-    const Json state = supervisor.state();
-    if (!options.open.empty() && (type = typeToOpen(options.open, state["types"])).empty())
-    {
-        showComplaints(state["messages"]);
-        return exit_failure;
-    }
-    server->serve();
-    printAddress(
-        fmt::format("http://127.0.0.1:{}/?token={}{}", port, guard.token(), type.empty() ? "" : "#" + type));
-    complain("the preview runs; Ctrl-C ends it");
-    watchUntilInterrupted(interruption, supervisor);
-    supervisor.stop();
-    server->stop();
-    return exit_ok;
+    return serve(*server, guard, supervisor, interruption, options);
 }
 
 } // namespace kshop

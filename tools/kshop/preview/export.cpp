@@ -102,6 +102,7 @@ bool hasPlainComponents(const PRM_Parm& parm)
 std::string tupleLine(const PRM_Parm& parm)
 {
     std::vector<std::string> values;
+    values.reserve(static_cast<std::size_t>(parm.getVectorSize()));
     for (int i = 0; i < parm.getVectorSize(); ++i)
         values.push_back(valueText(parm, i));
     return fmt::format("node.parmTuple({}).set(({}))\n", pythonText(parm.getToken()), joined(values, ", "));
@@ -154,6 +155,7 @@ std::string expressionLine(const PRM_Parm& parm)
 std::string remarkText(const PRM_Parm& parm)
 {
     std::vector<std::string> values;
+    values.reserve(static_cast<std::size_t>(parm.getVectorSize()));
     for (int i = 0; i < parm.getVectorSize(); ++i)
         values.push_back(parm.hasExpression(i) ? "the expression " + kshop::quoted(parm.getExpression(i))
                          : parm.getType().isStringType() ? kshop::quoted(rawTextOf(parm, i))

@@ -44,7 +44,7 @@ public:
 
 /// Makes one. Null, with a sentence in `why`, when its module cannot be loaded: it stands in a file of its own, since the
 /// libraries behind it would cost every other command a part of its start.
-std::unique_ptr<HttpServer> loadHttpServer(HttpServer::Handler handler, std::string& why);
+std::unique_ptr<HttpServer> loadHttpServer(HttpServer::Handler&& handler, std::string& why);
 
 /// What that module exports, by this name.
 using MakeHttpServer = HttpServer* (*)(HttpServer::Handler&& handler);

@@ -9,7 +9,7 @@
 namespace kshop
 {
 
-std::unique_ptr<HttpServer> loadHttpServer(HttpServer::Handler handler, std::string& why)
+std::unique_ptr<HttpServer> loadHttpServer(HttpServer::Handler&& handler, std::string& why)
 {
     const std::string file = standin::treeRoot() + "/lib/kshop_http.so";
     void* const module = dlopen(file.c_str(), RTLD_NOW | RTLD_LOCAL); // never closed: its threads are in it

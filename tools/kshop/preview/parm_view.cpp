@@ -100,6 +100,7 @@ public:
     Json all()
     {
         std::vector<PRM_Parm*> parms;
+        parms.reserve(static_cast<std::size_t>(m_node.getParmList()->getTopLevelEntries()));
         for (int i = 0; i < m_node.getParmList()->getTopLevelEntries(); ++i)
             parms.push_back(m_node.getParmList()->getParmPtr(i));
         return nested(parms);

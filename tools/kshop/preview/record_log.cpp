@@ -1,6 +1,6 @@
 #include "record_log.h"
 
-#include "../record_output.h"
+#include "../records/record_output.h"
 
 #include <zelk/ipr/observe.h>
 #include <zelk/ipr/reader.h>

@@ -21,6 +21,7 @@ namespace
 std::vector<std::string> namesOf(const std::vector<OP_Operator*>& types)
 {
     std::vector<std::string> names;
+    names.reserve(types.size());
     for (const OP_Operator* op : types)
         names.push_back(op->getName().toStdString());
     return names;

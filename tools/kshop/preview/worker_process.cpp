@@ -17,8 +17,6 @@
 #include <csignal>
 #include <vector>
 
-extern char** environ;
-
 namespace kshop
 {
 
@@ -77,6 +75,7 @@ public:
     pid_t run(std::vector<std::string> arguments) const
     {
         std::vector<char*> argv;
+        argv.reserve(arguments.size() + 1);
         for (std::string& argument : arguments)
             argv.push_back(argument.data());
         argv.push_back(nullptr);

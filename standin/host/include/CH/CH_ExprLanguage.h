@@ -26,6 +26,5 @@ enum CH_ExprLanguage
 const char* CHscriptLanguageAsString(CH_ScriptLanguage language);
 /// Hscript for every text but "python", a null one included.
 CH_ScriptLanguage CHstringToScriptLanguage(const char* text);
-CH_StringMeaning CHexprLanguageToStringMeaning(CH_ExprLanguage language);
 /// Hscript for every meaning but Python's.
 CH_ExprLanguage CHstringMeaningToExprLanguage(CH_StringMeaning meaning);

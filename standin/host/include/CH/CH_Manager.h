@@ -6,10 +6,6 @@
 #include <string>
 #include <vector>
 
-/// Finds the value of a session-wide variable ($HIP, $JOB, variables set by scripts). False when there is
-/// none.
-typedef bool (*CH_VariableSource)(const char* name, std::string& value);
-
 /// Time of the session. Time is in seconds; time 0 is frame 1: frame = time * rate + 1. The rate is 24 at
 /// first.
 class CH_Manager
@@ -31,14 +27,12 @@ public:
     fpreal getSample(fpreal time) const;
     fpreal getTime(fpreal sample) const;
 
-    /// Session-wide variables: those set here, then the source's, then the environment's.
+    /// Session-wide variables ($HIP, $JOB): those set here, then the environment's.
     void setVariable(const char* name, const char* value);
     void unsetVariable(const char* name);
     bool getVariable(const char* name, std::string& value) const;
     /// Names of those that were set here, sorted.
     std::vector<std::string> getVariableNames() const;
-    /// A further source of variables, asked before the environment; null for none.
-    void setVariableSource(CH_VariableSource source);
 
 private:
     friend class CH_AutoEvalTime;
@@ -51,7 +45,6 @@ private:
     fpreal m_rate;
     std::map<int, fpreal> m_threadTimes; // only of threads that evaluate right now
     std::map<std::string, std::string> m_variables;
-    CH_VariableSource m_source;
 };
 
 CH_Manager* CHgetManager();

@@ -37,7 +37,6 @@ public:
     /// Runs the commands of a text. Output goes to the console. With `create_block` all that they change is one step of
     /// undo.
     void sendInput(const char* input, bool create_block = true);
-    void sendMultiLineInput(const char* input, bool create_block = true) { sendInput(input, create_block); }
 
     /// The same with output and errors to given streams; null stands for the console.
     void execute(const char* cmd, bool add_to_history = false, std::ostream* out = 0, std::ostream* err = 0,

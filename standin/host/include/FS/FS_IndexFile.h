@@ -37,7 +37,6 @@ public:
     /// Section names are compared as they are; of several of one name the first counts. Absent ones have size and time 0.
     bool hasSection(const char* name) const;
     int getSectionDataSize(const char* name) const;
-    int getSectionModTime(const char* name) const;
     int getNumSections() const;
     /// In the order of the table; null out of range.
     const char* getSectionName(int index) const;
@@ -54,7 +53,6 @@ public:
     void addSection(const char* name, const char* data, int length, int modtime = -1);
     /// False when there is no such section.
     bool modifySection(const char* name, const char* data, int length, int modtime = -1);
-    bool removeSection(const char* name);
 
     /// Writes everything into a file: beside it first, then that takes its place, so that a failure leaves the old file.
     /// Afterwards this is the new file. False, with a sentence in problem(), when it could not be done.

@@ -25,8 +25,6 @@ public:
     bool isGood() const;
     /// Path of the file; for a section that of the file which holds it.
     UT_StringHolder getFilename() const;
-    /// Number of bytes; 0 without a stream.
-    int64 getLength() const;
     /// Unix seconds; 0 when unknown.
     int64 getModTime() const;
     void close();

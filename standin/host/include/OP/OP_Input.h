@@ -16,10 +16,6 @@ public:
     /// Which of the feeding node's outputs, from 0; 0 while nothing is connected.
     int getNodeOutputIndex() const { return myOutputIndex; }
 
-    /// True for a wire from the network's own input instead of a node. Shader networks use "subinput" nodes
-    /// for that, so this is always false here.
-    bool isIndirect() const { return false; }
-
 private:
     friend class OP_Node;
 

@@ -7,7 +7,6 @@
 #include <vector>
 
 class OP_OperatorTable;
-class VOP_CodeGenerator;
 
 /// Decides which operators may be created inside a network.
 class OP_OperatorFilter
@@ -15,7 +14,6 @@ class OP_OperatorFilter
 public:
     virtual ~OP_OperatorFilter() {}
     virtual bool allowOperatorAsChild(OP_Operator* op);
-    virtual bool allowTool(const char* tool_name);
 };
 
 /// A node that can hold nodes. Whether it really does depends on its own operator table: a network without
@@ -56,7 +54,6 @@ public:
     OP_Node* createNode(const char* type, const char* name = 0, int notify = 1, int explicitly = 1,
                         int loadcontents = 1, int* aliasedScriptedOp = 0, char* matIconFilename = 0,
                         bool exact_type = false);
-    OP_Node* createNodeOfExactType(const char* type, const char* name = 0);
     /// The same without asking mask and filter: how the host itself fills subnets, and how scenes and assets
     /// load.
     OP_Node* createNodeUnfiltered(const char* type, const char* name = 0);
@@ -89,8 +86,6 @@ public:
     std::string uniqueChildName(const std::string& base, bool always_number = false) const;
 
     virtual void finishedLoadingNetwork(bool is_child_call = false);
-    /// Null: the networks here generate no code.
-    virtual VOP_CodeGenerator* getVopCodeGenerator();
 
     /// What network masks of operators are matched with where this network's filter is in force: words separated by
     /// spaces. The name of the network's own operator, unless a class knows better.

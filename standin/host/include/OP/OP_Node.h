@@ -42,8 +42,7 @@ class OP_Node : public OP_Parameters, public OP_NetworkBoxItem
 public:
     virtual ~OP_Node();
 
-    // --- identity
-    // -----------------------------------------------------------------------------------------------
+    // --- identity -------------------------------------------------------------------------------
 
     /// getName() comes from OP_Parameters.
     /// Renames through the parent network; prefer OP_Network::renameNode(). Non-zero on success.
@@ -54,7 +53,6 @@ public:
     UT_StringHolder getFullPath() const;
 
     OP_Network* getParent() const;
-    OP_Network* getParentNetwork() const { return getParent(); }
     OP_Operator* getOperator() const;
 
     virtual const char* getOpType() const;
@@ -77,17 +75,14 @@ public:
     /// True from the moment that destroyNode() begins with this node.
     int isBeingDeleted() const;
 
-    // --- looking up
-    // ---------------------------------------------------------------------------------------------
+    // --- looking up -----------------------------------------------------------------------------
 
     /// The node at an absolute path, or at one relative to this node ("../x", "child", "."). Null when there
     /// is none; an empty or null path gives null.
     OP_Node* findNode(const char* path) const;
     VOP_Node* findVOPNode(const char* path) const;
-    SHOP_Node* findSHOPNode(const char* path) const;
 
-    // --- wires
-    // --------------------------------------------------------------------------------------------------
+    // --- wires ----------------------------------------------------------------------------------
 
     /// The node that feeds input `idx`; null when unconnected or out of range.
     OP_Node* getInput(unsigned idx, bool mark_used = false) const;
@@ -101,10 +96,6 @@ public:
     /// are not in one network, and then nothing changes. Sends OP_INPUT_REWIRED, then OP_INPUT_CHANGED here
     /// and downstream.
     virtual OP_ERROR setInput(unsigned idx, OP_Node* op, unsigned outputIdx = 0);
-
-    /// The same with the name of a sibling; null or empty disconnects, and an unknown name is UT_ERROR_ABORT.
-    /// With `keeppos` 0 the wire goes to the first free input from `idx` on.
-    OP_ERROR setInputReference(unsigned idx, const char* label, int keeppos, unsigned outputIdx = 0);
 
     /// Index of the last connected input plus one; 0 when nothing is connected.
     unsigned nInputs() const;
@@ -127,14 +118,11 @@ public:
     /// With unordered inputs: how many of the first inputs keep their places all the same.
     virtual unsigned orderedInputs() const;
     bool hasUnorderedInputs() const;
-    /// Suspends the closing up of unordered inputs.
-    void setInhibitInputConsolidation(bool inhibit);
 
     virtual const char* inputLabel(unsigned idx) const;
     virtual const char* outputLabel(unsigned idx) const;
 
-    // --- events
-    // -------------------------------------------------------------------------------------------------
+    // --- events ---------------------------------------------------------------------------------
 
     /// A pair is stored once however often it is added; removing an absent one does nothing.
     void addOpInterest(void* callee, OP_EventMethod method);
@@ -150,8 +138,7 @@ public:
     /// How many redraws of the tile were asked for so far.
     int getUIChangeCount() const;
 
-    // --- creation, flags, text
-    // ----------------------------------------------------------------------------------
+    // --- creation, flags, text ------------------------------------------------------------------
 
     /// Runs the type's creation script, if the search path has one. False: the script deleted the node. Tools
     /// call it after createNode(); loading a scene never does.
@@ -167,8 +154,7 @@ public:
     virtual int setExtraFlag(char flag, int on);
     virtual int getExtraFlag(char flag);
 
-    // --- place
-    // --------------------------------------------------------------------------------------------------
+    // --- place ----------------------------------------------------------------------------------
 
     /// Moves the node, kept within -1e6 to 1e6 each way, and sends OP_UI_MOVED. True when it moved. Not a
     /// number is refused: the coordinate stays as it was.
@@ -179,8 +165,7 @@ public:
     void moveToGoodPosition(bool relativetoinputs = true, bool moveinputs = true, bool moveoutputs = true,
                             bool moveunconnected = true);
 
-    // --- user data
-    // ----------------------------------------------------------------------------------------------
+    // --- user data ------------------------------------------------------------------------------
 
     /// Texts stored under names; saved and copied with the node. An empty text is not an absent one.
     void setUserData(const UT_String& name, const UT_String& value, bool add_undo);

@@ -20,8 +20,6 @@ public:
 
     /// Path of the file.
     const UT_String& getSource() const { return mySource; }
-    /// The same: libraries are not kept in other libraries here.
-    const UT_String& getMetaSource() const { return mySource; }
 
     int getNumDefinitions() const;
     /// In the order of the file; `index` must be in range.

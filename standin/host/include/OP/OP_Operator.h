@@ -81,8 +81,6 @@ public:
     virtual bool getOpHelpURL(UT_String& url);
     /// True: `path` is the sub-menu, levels separated by '/'. False: the type has no sub-menu of its own.
     virtual bool getOpTabSubMenuPath(UT_String& path);
-    /// True: `txt` is the help text. The page of getOpHelpURL() has precedence.
-    virtual bool getHDKHelp(UT_String& txt) const;
 
     /// VOP_OperatorInfo or SHOP_OperatorInfo; null for other operators.
     virtual OP_SpecificData* getOpSpecificData();
@@ -98,15 +96,11 @@ public:
     FS_IndexFile* getOTLIndexFile();
     /// What the file says about the type; all empty for types that come from none.
     const OP_OTLDefinition& getOTLDefinition() const { return myOTLDefinition; }
-    /// True when the file holds nodes that belong inside each node of the type.
-    bool hasContentsSection();
 
     /// Host's side: the type comes from this file, which may be a newer state of the one it came from. Label, icon and
     /// numbers of inputs become those of the definition.
     virtual void setOTLLibrary(const std::shared_ptr<OP_OTLLibrary>& library, int definition);
 
-    /// "namespace::Table/name::version"; the bare name as long as no table has the operator.
-    void getTableAndName(UT_String& text) const;
     /// The table that has the operator; null until addOperator() accepted it.
     OP_OperatorTable* getTable() const { return myTable; }
 

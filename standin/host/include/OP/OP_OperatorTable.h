@@ -43,18 +43,12 @@ public:
     /// there.
     int getOperators(OP_OperatorList& list, OP_Network* net = 0, bool filterhidden = false) const;
 
-    /// Appends labels, or internal names, in insertion order.
-    void getOperatorList(UT_StringArray& list, bool english = true) const;
-
     /// The same as OP_Network::createNode() of a type of this table.
     OP_Node* createNode(OP_Network* parent, const char* type, const char* name = 0, int* aliased = 0,
                         bool exact_type = false);
 
-    /// The base of automatic names: what setOpFirstName() gave, else the type's name without namespace and
-    /// version.
+    /// The base of automatic names: the type's name without namespace and version.
     void getDefaultNodeName(const char* type, UT_String& name);
-    /// Sets that base for one type. False when the type is unknown or the base is no valid node name.
-    bool setOpFirstName(const char* op, const char* base);
 
     /// Tells tab menus and networks that the table changed. For after bulk changes.
     void notifyUpdateTableSinksOfUpdate();

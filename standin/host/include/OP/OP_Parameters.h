@@ -111,10 +111,7 @@ public:
     exint evalIntInstT(const char* name, const int* inst, int vi, fpreal t, int thread, int nest = 1) const;
     fpreal evalFloatInstT(const char* name, const int* inst, int vi, fpreal t, int thread,
                           int nest = 1) const;
-    void setIntInst(exint value, const char* name, const int* inst, int vi, fpreal t, int nest = 1);
     void setFloatInst(fpreal value, const char* name, const int* inst, int vi, fpreal t, int nest = 1);
-    void setStringInst(const UT_String& value, CH_StringMeaning meaning, const char* name, const int* inst,
-                       int vi, fpreal t, int nest = 1);
 
     /// Value of the parameter of that name, here or on the properties node. False, and `value` untouched,
     /// when there is none. `source` gets the parameter.

@@ -27,7 +27,6 @@ public:
         m_meaning = meaning;
     }
     void setFloat(fpreal number) { m_float = number; }
-    void setOrdinal(int number) { m_float = number; }
     /// With `freeExisting`, the present text must have come from strdup and is freed.
     void setString(const char* text, bool freeExisting = false);
     void setStringMeaning(CH_StringMeaning meaning) { m_meaning = meaning; }

@@ -54,7 +54,6 @@ public:
     /// The list that holds the parameter, and its index there.
     PRM_ParmList& getParmList() { return *m_list; }
     const PRM_ParmList& getParmList() const { return *m_list; }
-    int getIndex() const { return m_index; }
     bool isSpareParm() const { return m_spare; }
 
     // Evaluation. Never throws: what has no value reads as 0 or empty, with an error on the node.

@@ -52,7 +52,6 @@ public:
 
     /// While off, changes are stored but the owner is not told. On at first.
     void setNotifying(bool on) { m_notifying = on; }
-    bool isNotifying() const { return m_notifying; }
 
 private:
     friend class PRM_Parm;

@@ -7,7 +7,6 @@ extern PRM_Default PRMzeroDefaults[];
 extern PRM_Default PRMoneDefaults[];
 extern PRM_Default PRMtwoDefaults[];
 extern PRM_Default PRMthreeDefaults[];
-extern PRM_Default PRMfourDefaults[];
 
 /// Menu of a ramp key's interpolation, in the order of PRM_RampInterpType.
 PRM_ChoiceList* PRMgetRampInterpMenu();

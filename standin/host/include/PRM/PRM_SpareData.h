@@ -48,46 +48,23 @@ public:
 
     /// Replaces the value of a token that is there. A null value is an empty one.
     void addTokenValue(const UT_StringRef& token, const char* value);
-    /// Null when absent; lives until the token is set again or deleted.
+    /// Null when absent; lives until the token is set again.
     const char* getValue(const UT_StringRef& token) const;
-    void deleteTokenValue(const UT_StringRef& token);
     uint entries() const { return static_cast<uint>(m_pairs.size()); }
     void clear() { m_pairs.clear(); }
-    /// Adds what `other` has, replacing values.
-    void mergeFrom(const PRM_SpareData& other);
-    void copyFrom(const PRM_SpareData& other) { m_pairs = other.m_pairs; }
-    bool containsAny(const PRM_SpareData& other) const;
-    bool containsAll(const PRM_SpareData& other) const;
     /// Appends the tokens in order.
     void getTokens(UT_StringArray& tokens) const;
 
-    /// "script_callback"; null when absent.
-    void setCallbackData(const char* script) { addTokenValue("script_callback", script); }
-    const char* getCallbackData() const { return getValue("script_callback"); }
     /// "script_callback_language"; hscript when absent.
     void setCallbackLanguage(CH_ScriptLanguage language);
     CH_ScriptLanguage getCallbackLanguage() const;
 
-    void setOpFilter(const char* filter) { addTokenValue("opfilter", filter); }
     const char* getOpFilter() const { return getValue("opfilter"); }
-    void setOpRelative(const char* path) { addTokenValue("oprelative", path); }
-    const char* getOpRelative() const { return getValue("oprelative"); }
-    const char* getButtonIcon() const { return getValue("button_icon"); }
 
-    // Shared ones: node choosers, file choosers, first instance numbers, folder looks.
-    static PRM_SpareData sopPath;
-    static PRM_SpareData objPath;
-    static PRM_SpareData objCameraPath;
-    static PRM_SpareData shopPath;
+    // Shared ones: a node chooser, a first instance number, a folder's look.
     static PRM_SpareData vopPath;
-    static PRM_SpareData cop2Path;
-    static PRM_SpareData fileChooserModeRead;
-    static PRM_SpareData fileChooserModeWrite;
-    static PRM_SpareData fileChooserModeReadAndWrite;
     static PRM_SpareData multiStartOffsetZero;
-    static PRM_SpareData multiStartOffsetOne;
     static PRM_SpareData groupTypeSimple;
-    static PRM_SpareData groupTypeCollapsible;
 
 private:
     typedef std::vector<std::pair<std::string, std::string>> Pairs;

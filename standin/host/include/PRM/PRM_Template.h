@@ -42,7 +42,8 @@ public:
                  PRM_Range* range = 0, PRM_Callback callback = 0, PRM_SpareData* spare = 0, int parmGroup = 1,
                  const char* help = 0, PRM_ConditionalBase* conditional = 0);
     /// A multi-parameter. `count` is its default number of instances; `children` are the templates of one
-    /// instance, ended as any list, null for a ramp's usual ones. `uiSize` is the number of rows shown.
+    /// instance, ended as any list, null for a ramp's usual ones. `uiSize` is the number of rows shown, which nothing
+    /// here looks at.
     PRM_Template(PRM_MultiType multi, PRM_Template* children, fpreal uiSize, PRM_Name* name = 0,
                  PRM_Default* count = 0, PRM_Range* range = 0, PRM_SpareData* spare = 0, const char* help = 0,
                  PRM_ConditionalBase* conditional = 0);
@@ -98,7 +99,6 @@ public:
         const PRM_ConditionalBase* conditional = m_conditional;
         return conditional ? conditional->getConditional(type) : 0;
     }
-    const PRM_Conditional* getDisablePtr() const { return getConditionalPtr(PRM_CONDTYPE_DISABLE); }
 
     bool isMultiParm() const { return m_multiType != PRM_MULTITYPE_NONE; }
     /// PRM_MULTITYPE_NONE for anything but a multi-parameter.
@@ -107,7 +107,6 @@ public:
     bool isRampTypeColor() const { return isMultiParm() && (m_multiType & PRM_MULTITYPE_RAMP_RGB) != 0; }
     /// Number of the first instance: "multistartoffset" of the spare data, else 1.
     int getMultiStartOffset() const;
-    fpreal getMultiUISize() const { return m_uiSize; }
     /// The children as given: null for anything but a multi-parameter, and for a ramp with the usual ones.
     PRM_Template* getMultiParmTemplate() { return m_children; }
     const PRM_Template* getMultiParmTemplate() const { return m_children; }
@@ -116,10 +115,6 @@ public:
     /// suffix.
     void getChannelToken(UT_String& token, int component) const;
     UT_StringHolder getChannelToken(int component) const;
-    void getChannelTokens(UT_StringArray& tokens) const;
-    /// Component whose channel has this name, or 0 for the template's own token; -1 when neither.
-    int findSubIndex(const UT_StringRef& channel) const;
-    void getChannelLabel(UT_String& label, int component) const;
 
     bool getInvisible() const { return m_type.hasInterfaceType(PRM_IFACE_INVISIBLE); }
     bool getJoinNext() const { return m_type.hasInterfaceType(PRM_IFACE_JOIN_NEXT); }
@@ -129,13 +124,7 @@ public:
     void setJoinNext(bool on) { m_type = m_type.withInterfaceFlag(PRM_IFACE_JOIN_NEXT, on); }
     void setLabelNone(bool on) { m_type = m_type.withInterfaceFlag(PRM_IFACE_LABEL_NONE, on); }
     void setType(const PRM_Type& type) { m_type = type; }
-    void setTypeExtended(PRM_TypeExtended extended) { m_extended = extended; }
     void setNamePtr(PRM_Name* name) { m_name = name; }
-    void setChoiceListPtr(PRM_ChoiceList* menu) { m_menu = menu; }
-    void setRangePtr(PRM_Range* range) { m_range = range; }
-    void setSparePtr(PRM_SpareData* spare) { m_spare = spare; }
-    void setHelpText(const char* help) { m_help = help; }
-    void setCallback(const PRM_Callback& callback) { m_callback = callback; }
 
     /// Number of templates before the terminator. With `forSwitcher`, what a folder set holds counts as part
     /// of it; with `forJoins`, templates joined into one row count once; `forRows` leaves out the invisible
@@ -150,7 +139,6 @@ private:
     int m_vectorSize;
     int m_parmGroup;
     PRM_MultiType m_multiType;
-    fpreal m_uiSize;
     PRM_Name* m_name;
     PRM_Default* m_defaults;
     PRM_ChoiceList* m_menu;
@@ -168,6 +156,3 @@ inline bool PRM_IS_JOIN(PRM_TypeExtended extended)
     return extended == PRM_TYPE_TOGGLE_JOIN || extended == PRM_TYPE_JOIN_PAIR ||
            extended == PRM_TYPE_MENU_JOIN;
 }
-
-/// Menu of a toggle: "off", "on".
-extern PRM_ChoiceList PRMtoggleMenu;

@@ -146,36 +146,17 @@ public:
     }
 
     PRM_BasicType getBasicType() const { return static_cast<PRM_BasicType>(m_basic); }
-    PRM_FloatType getFloatType() const { return static_cast<PRM_FloatType>(m_float); }
-    PRM_OrdinalType getOrdinalType() const { return static_cast<PRM_OrdinalType>(m_ordinal); }
-    PRM_StringType getStringType() const { return static_cast<PRM_StringType>(m_string); }
-    PRM_PathType getPathType() const { return static_cast<PRM_PathType>(m_path); }
-    PRM_ChannelType getChannelType() const { return static_cast<PRM_ChannelType>(m_channel); }
-    PRM_InterfaceType getInterfaceType() const { return static_cast<PRM_InterfaceType>(m_interface); }
-    PRM_BehaviorType getBehaviorType() const { return static_cast<PRM_BehaviorType>(m_behavior); }
-    PRM_DataType getDataType() const { return static_cast<PRM_DataType>(m_data); }
 
     bool isBasicType(PRM_BasicType type) const { return m_basic == static_cast<unsigned>(type); }
     bool isFloatType() const { return isBasicType(PRM_BASIC_FLOAT); }
     bool isOrdinalType() const { return isBasicType(PRM_BASIC_ORDINAL); }
     bool isStringType() const { return isBasicType(PRM_BASIC_STRING); }
     bool isSwitcher() const { return hasOrdinalType(PRM_ORD_SWITCHERLIST); }
-    bool isVisible() const { return !hasInterfaceType(PRM_IFACE_INVISIBLE); }
-    /// Can have channels.
-    bool isAnimatible() const { return isFloatType() || hasChannelType(PRM_CHAN_JACK); }
-    /// Has a value that a node could depend on.
-    bool isCookable() const
-    {
-        return m_basic != 0 && !hasOrdinalType(PRM_ORD_SWITCHERLIST) && !hasOrdinalType(PRM_ORD_CALLBACK);
-    }
 
     bool hasFloatType(unsigned mask) const { return (m_float & mask) != 0; }
     bool hasOrdinalType(unsigned mask) const { return (m_ordinal & mask) != 0; }
-    bool hasStringType(unsigned mask) const { return (m_string & mask) != 0; }
-    bool hasPathType(unsigned mask) const { return (m_path & mask) != 0; }
     bool hasChannelType(unsigned mask) const { return (m_channel & mask) != 0; }
     bool hasInterfaceType(unsigned mask) const { return (m_interface & mask) != 0; }
-    bool hasBehaviorType(unsigned mask) const { return (m_behavior & mask) != 0; }
 
     bool operator==(const PRM_Type& o) const
     {
@@ -221,12 +202,8 @@ private:
 
 // Modifiers.
 extern const PRM_Type PRM_TYPE_ZERO; ///< nothing set; not the end of a list
-extern const PRM_Type PRM_TYPE_PLAIN;
 extern const PRM_Type PRM_TYPE_JOIN_NEXT;
-extern const PRM_Type PRM_TYPE_LABEL_NONE;
 extern const PRM_Type PRM_TYPE_INVISIBLE;
-extern const PRM_Type PRM_TYPE_BASEPARM;
-extern const PRM_Type PRM_TYPE_EXCLUSIVE;
 
 // Kinds. _J has channels, _E takes expressions; both evaluate like the plain kind.
 extern const PRM_Type PRM_INT;

@@ -8,7 +8,7 @@
 class SHOP_Operator : public OP_Operator
 {
 public:
-    /// @param auto_add_clerk  one of SHOP_AUTOADD_*
+    /// @param auto_add_clerk  one of SHOP_AUTOADD_*; nothing here looks at it
     SHOP_Operator(const char* name, const char* english, OP_Constructor construct, PRM_Template* templates,
                   unsigned min_sources, unsigned max_sources = 9999, CH_LocalVariable* variables = 0,
                   unsigned flags = 0, int auto_add_clerk = SHOP_AUTOADD_ANY);

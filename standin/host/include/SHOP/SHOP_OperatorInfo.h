@@ -2,7 +2,6 @@
 #define SHOP_OPERATORINFO_H
 
 #include <OP/OP_Operator.h>
-#include <SHOP/SHOP_NodeTypes.h>
 #include <UT/UT_String.h>
 
 /// Which renderers may add themselves to the render mask of a SHOP type.
@@ -17,22 +16,14 @@ enum
 class SHOP_OperatorInfo : public OP_SpecificData
 {
 public:
-    explicit SHOP_OperatorInfo(int auto_add_clerk);
+    SHOP_OperatorInfo();
 
-    void setShaderType(SHOP_TYPE type) { myShaderType = type; }
-    SHOP_TYPE getShaderType() const { return myShaderType; }
     /// Renderers that the type is for; "*" means all.
     void setRenderMask(const char* mask);
     const UT_String& getRenderMask() const { return myRenderMask; }
-    void setNumOutputs(int count) { myNumOutputs = count; }
-    int getNumOutputs() const { return myNumOutputs; }
-    int getAutoAddClerk() const { return myAutoAddClerk; }
 
 private:
-    SHOP_TYPE myShaderType;
     UT_String myRenderMask;
-    int myNumOutputs;
-    int myAutoAddClerk;
 };
 
 #endif

@@ -37,7 +37,6 @@ public:
         m_items.insert(m_items.end(), copy.begin(), copy.end());
         return entries();
     }
-    void removeIndex(exint index) { m_items.erase(m_items.begin() + index); }
     /// Index of the first equal entry at or after `start`, -1 when there is none.
     exint find(const T& item, exint start = 0) const
     {
@@ -45,8 +44,6 @@ public:
         return found == m_items.end() ? -1 : static_cast<exint>(found - m_items.begin());
     }
     void clear() { m_items.clear(); }
-    void setCapacity(exint capacity) { m_items.reserve(static_cast<std::size_t>(capacity)); }
-    void setSize(exint size) { m_items.resize(static_cast<std::size_t>(size)); }
 
     T& operator()(exint index) { return m_items[static_cast<std::size_t>(index)]; }
     const T& operator()(exint index) const { return m_items[static_cast<std::size_t>(index)]; }

@@ -31,7 +31,6 @@ public:
 
     /// First match; 0 and `result` untouched when there is none, else 1.
     int findFile(UT_String& result, const char* search) const;
-    int findDirectory(UT_String& result, const char* search) const;
 
     /// Appends the files whose names end in `extension` (".so", dot included) and returns how many there
     /// were.
@@ -40,8 +39,6 @@ public:
     /// @param returnFullPaths     true: whole paths; false: paths relative to the entry's subdirectory
     /// @param recurse             true: look into all directories below as well
     /// @param skipDuplicatePaths  true: of files with the same relative path only the first is listed
-    int matchAllFiles(const char* extension, bool returnFullPaths, UT_StringArray& list, bool recurse = false,
-                      bool skipDuplicatePaths = false) const;
     int matchAllFilesInSubdirectory(const char* extension, const char* subdirectory, bool returnFullPaths,
                                     UT_StringArray& list, bool recurse = false,
                                     bool skipDuplicatePaths = false) const;

@@ -40,7 +40,6 @@ public:
     void harden(const char* text, int length = -1);
     void hardenIfNeeded();
     bool isHard() const { return m_hard; }
-    bool isAlwaysDeep() const { return m_alwaysDeep; }
 
     /// True for a text of at least one character.
     bool isstring() const { return m_text && *m_text; }
@@ -53,7 +52,6 @@ public:
     std::string toStdString() const { return std::string(nonNullBuffer()); }
     /// Leading decimal number of the text, 0 when there is none. The same under every locale.
     int toInt() const;
-    fpreal toFloat() const;
     /// Replaces the text, in the manner of std::sprintf but with '.' as decimal point under every locale.
     /// Returns the length.
     int sprintf(const char* format, ...) __attribute__((format(printf, 2, 3)));
@@ -69,9 +67,6 @@ public:
     bool operator!=(const UT_String& other) const { return !(*this == other.m_text); }
     bool operator<(const UT_String& other) const;
 
-    /// The text between delimiters, each delimiter and backslash inside escaped by a backslash. With
-    /// `escapeNonprinting`, control characters are escaped as well (\n, \t, \r, \xNN).
-    UT_String makeQuotedString(char delimiter = '\'', bool escapeNonprinting = false) const;
     /// The text as a literal that Python reads back unchanged: in the quotes that need no escaping inside,
     /// `defaultDelimiter` when either does or neither. Backslashes and control characters, newlines among
     /// them, are always escaped.

@@ -12,7 +12,6 @@ public:
 
     /// Each returns the number of characters written.
     int sprintf(const char* format, ...) __attribute__((format(printf, 2, 3)));
-    int appendSprintf(const char* format, ...) __attribute__((format(printf, 2, 3)));
 
     void append(const char* text);
     void append(const char* text, exint length)
@@ -22,7 +21,6 @@ public:
     }
     void append(char character);
     void append(const UT_WorkBuffer& other);
-    void strcpy(const char* text);
     void clear() { m_text.clear(); }
 
     /// Never null.
@@ -30,8 +28,6 @@ public:
     operator const char*() const { return m_text.c_str(); }
     exint length() const { return static_cast<exint>(m_text.size()); }
     bool isstring() const { return !m_text.empty(); }
-    /// `text` gets a private copy.
-    void copyIntoString(UT_String& text) const { text.harden(m_text.c_str()); }
 
 private:
     std::string m_text;

@@ -10,8 +10,6 @@
 #include <VOP/VOP_TypeInfo.h>
 #include <VOP/VOP_Types.h>
 
-class VOP_CodeGenContext;
-
 #define VOP_VARIABLE_INOUT_MAX 2048 ///< the most inputs and the most outputs
 
 /// Extra flags: how much of its connectors the tile shows. At most one is on; none counts as high.
@@ -56,8 +54,6 @@ public:
     virtual int getOutputFromName(const UT_String& out) const;
     VOP_Type getInputType(int idx);
     VOP_Type getOutputType(int idx);
-    void getInputTypeInfo(VOP_TypeInfo& info, int idx);
-    void getOutputTypeInfo(VOP_TypeInfo& info, int idx);
     /// Appends the types that the input takes besides its own.
     void getAllowedInputTypes(unsigned idx, VOP_VopTypeArray& types);
 
@@ -67,9 +63,7 @@ public:
     /// What really feeds an input, past nulls and the borders of subnets; null when nothing does.
     VOP_Node* findSimpleInput(int idx);
 
-    virtual bool willAutoconvertInputType(int idx);
     virtual VOP_Type getShaderType() const;
-    virtual void getCode(UT_String& code, const VOP_CodeGenContext& ctx);
 
     /// 'H', 'M' and 'L': turning one on turns the others off, and the tile's height follows.
     virtual int setExtraFlag(char flag, int on);

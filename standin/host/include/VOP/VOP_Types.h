@@ -69,11 +69,8 @@ typedef enum : int
     VOP_SHADER_END = 67
 } VOP_Type;
 
-bool VOPisArrayType(VOP_Type type);
 /// "surface", "light", ...; null for anything that is no shader type.
 const char* VOPgetShaderTypeName(VOP_Type type);
-/// The shader type of that name; VOP_TYPE_UNDEF for an unknown one.
-VOP_Type VOPgetShaderType(const char* name);
 /// A word for messages: "float", "vector", "surface shader"; "type 123" for a number nobody knows. The text
 /// stays until the thread's next call with such a number.
 const char* VOPgetTypeName(VOP_Type type);

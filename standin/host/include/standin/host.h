@@ -14,8 +14,7 @@ class OP_OperatorTable;
 namespace standin
 {
 
-// --- start-up
-// ---------------------------------------------------------------------------------------------------
+// --- start-up -----------------------------------------------------------------------------------
 
 /// Opens the plug-ins, makes the Vop, Shop, Object and Driver tables (in that order, running the plug-ins'
 /// hooks), then the root and its managers. Later calls do nothing. Reads HOUDINI_DSO_PATH and HOUDINI_PATH
@@ -41,8 +40,7 @@ std::vector<std::string> pluginSearchPath();
 /// The directory that holds bin/, lib/, dso/, korvan/ and python/; empty when it cannot be found out.
 std::string treeRoot();
 
-// --- operators
-// --------------------------------------------------------------------------------------------------
+// --- operators ----------------------------------------------------------------------------------
 
 /// Every operator table that was made so far, in the order of their making.
 std::vector<OP_OperatorTable*> operatorTables();
@@ -66,8 +64,7 @@ OperatorName splitOperatorName(const std::string& fullName);
 /// The network mask of a VOP operator; false for operators of other tables.
 bool vopnetMaskOf(const OP_Operator& op, std::string& mask);
 
-// --- messages
-// ---------------------------------------------------------------------------------------------------
+// --- messages -----------------------------------------------------------------------------------
 
 enum class Severity
 {
@@ -94,8 +91,7 @@ std::vector<Message> takeMessages();
 /// a time.
 void setMessageObserver(std::function<void(const Message&)> observer);
 
-// --- networks
-// ---------------------------------------------------------------------------------------------------
+// --- networks -----------------------------------------------------------------------------------
 
 /// An entry of the tab menu.
 struct TabEntry

@@ -12,11 +12,6 @@ CH_ScriptLanguage CHstringToScriptLanguage(const char* text)
     return text && std::strcmp(text, "python") == 0 ? CH_PYTHON_SCRIPT : CH_HSCRIPT;
 }
 
-CH_StringMeaning CHexprLanguageToStringMeaning(CH_ExprLanguage language)
-{
-    return language == CH_PYTHON ? CH_PYTHON_EXPRESSION : CH_OLD_EXPRESSION;
-}
-
 CH_ExprLanguage CHstringMeaningToExprLanguage(CH_StringMeaning meaning)
 {
     return meaning == CH_PYTHON_EXPRESSION ? CH_PYTHON : CH_OLD_EXPR_LANGUAGE;

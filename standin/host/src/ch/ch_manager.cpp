@@ -6,7 +6,7 @@
 
 typedef std::lock_guard<std::mutex> Lock;
 
-CH_Manager::CH_Manager() : m_time(0), m_rate(24), m_source(nullptr) {}
+CH_Manager::CH_Manager() : m_time(0), m_rate(24) {}
 
 fpreal CH_Manager::getEvalTime() const { return getEvalTime(SYSgetSTID()); }
 
@@ -65,7 +65,6 @@ std::vector<std::string> CH_Manager::getVariableNames() const
 
 bool CH_Manager::getVariable(const char* name, std::string& value) const
 {
-    CH_VariableSource source = nullptr;
     {
         const Lock lock(m_mutex);
         const auto found = m_variables.find(name);
@@ -74,21 +73,11 @@ bool CH_Manager::getVariable(const char* name, std::string& value) const
             value = found->second;
             return true;
         }
-        source = m_source;
     }
-    // Asked without the lock: a source may look at the time or at other variables.
-    if (source && source(name, value))
-        return true;
     const char* fromEnvironment = std::getenv(name);
     if (fromEnvironment)
         value = fromEnvironment;
     return fromEnvironment != nullptr;
-}
-
-void CH_Manager::setVariableSource(CH_VariableSource source)
-{
-    const Lock lock(m_mutex);
-    m_source = source;
 }
 
 CH_Manager* CHgetManager()

@@ -6,6 +6,7 @@
 #include <fcntl.h>
 #include <sys/stat.h>
 #include <unistd.h>
+#include <utility>
 
 namespace standin
 {
@@ -106,7 +107,7 @@ std::shared_ptr<const Bytes> BytesPlace::open() const
     return bytes;
 }
 
-bool placeOfFile(std::string path, BytesPlace& place, std::string& why)
+bool placeOfFile(const std::string& path, BytesPlace& place, std::string& why)
 {
     struct stat status;
     if (::stat(path.c_str(), &status) != 0)
@@ -116,15 +117,17 @@ bool placeOfFile(std::string path, BytesPlace& place, std::string& why)
         why = "\"" + path + "\" cannot be read: it is no file. Name a file.";
     else
     {
-        place = BytesPlace();
-        place.path = path;
-        place.identity = identityOf(status);
-        place.length = status.st_size;
-        place.modTime = status.st_mtim.tv_sec;
-        if (place.open())
-            return true;
-        why =
-            "\"" + path + "\" cannot be read: " + std::strerror(errno) + ". Check that the file may be read.";
+        BytesPlace found; // and not `place`, whose own path may be the one that is asked for
+        found.path = path;
+        found.identity = identityOf(status);
+        found.length = status.st_size;
+        found.modTime = status.st_mtim.tv_sec;
+        const bool readable = found.open() != nullptr;
+        if (!readable)
+            why = "\"" + path + "\" cannot be read: " + std::strerror(errno) +
+                  ". Check that the file may be read.";
+        place = std::move(found);
+        return readable;
     }
     return false;
 }

@@ -44,7 +44,7 @@ struct BytesPlace
 };
 
 /// The whole of a file, whose path may be that of `place`; false, with a sentence, when it is missing, no file or not readable.
-bool placeOfFile(std::string path, BytesPlace& place, std::string& why);
+bool placeOfFile(const std::string& path, BytesPlace& place, std::string& why);
 
 /// A stream of a range; null when it cannot be opened.
 std::unique_ptr<UT_IStream> openStream(const BytesPlace& place);

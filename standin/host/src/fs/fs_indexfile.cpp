@@ -108,12 +108,6 @@ int FS_IndexFile::getSectionDataSize(const char* name) const
     return section ? clampToInt(section->place.length) : 0;
 }
 
-int FS_IndexFile::getSectionModTime(const char* name) const
-{
-    const Section* section = myContents->find(name);
-    return section ? clampToInt(section->place.modTime) : 0;
-}
-
 int FS_IndexFile::getNumSections() const { return static_cast<int>(myContents->sections.size()); }
 
 const char* FS_IndexFile::getSectionName(int index) const
@@ -166,16 +160,6 @@ bool FS_IndexFile::modifySection(const char* name, const char* data, int length,
         return false;
     section->place = placeInMemory(filePath(), data, length, modtime);
     section->directory = false;
-    return true;
-}
-
-bool FS_IndexFile::removeSection(const char* name)
-{
-    Section* section = myContents->find(name);
-    if (!section)
-        return false;
-    myContents->sections.erase(myContents->sections.begin() + (section - myContents->sections.data()));
-    myContents->reindex();
     return true;
 }
 

@@ -22,6 +22,5 @@ FS_Reader::~FS_Reader() {}
 UT_IStream* FS_Reader::getStream() const { return myStream.get(); }
 bool FS_Reader::isGood() const { return myStream && !myStream->isError(); }
 UT_StringHolder FS_Reader::getFilename() const { return UT_StringHolder(mySource->place.path.c_str()); }
-int64 FS_Reader::getLength() const { return myStream ? mySource->place.length : 0; }
 int64 FS_Reader::getModTime() const { return mySource->place.modTime; }
 void FS_Reader::close() { myStream.reset(); }

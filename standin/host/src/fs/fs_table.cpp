@@ -163,12 +163,18 @@ bool readListLine(const std::string& line, std::string& file, std::string& secti
            file.find('\0') == std::string::npos;
 }
 
-bool findFile(const std::string& path, Section& section, std::string& why)
+bool findFile(const std::string& directory, const std::string& file, Section& section, std::string& why)
 {
+    const std::string path = directory + "/" + file;
     section.directory = isDirectory(path);
     section.place = BytesPlace();
     section.place.path = path;
     return section.directory || placeOfFile(path, section.place, why);
+}
+
+std::string leftOut(const std::string& listPath, int lineNumber, const std::string& why)
+{
+    return "\"" + listPath + "\", line " + number(lineNumber) + " is left out: " + why;
 }
 
 } // namespace
@@ -193,10 +199,10 @@ SectionTable readExpandedTable(const std::string& directory)
         if (text.empty())
             continue;
         why = "it is not of the form \"file<tab>section\" with a file of the same directory.";
-        if (readListLine(text, file, section.name) && findFile(directory + "/" + file, section, why))
+        if (readListLine(text, file, section.name) && findFile(directory, file, section, why))
             table.sections.push_back(section);
         else if (table.problem.empty())
-            table.problem = "\"" + listPath + "\", line " + number(lineNumber) + " is left out: " + why;
+            table.problem = leftOut(listPath, lineNumber, why);
     }
     return table;
 }

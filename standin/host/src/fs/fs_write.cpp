@@ -1,12 +1,10 @@
 #include "fs_write.h"
 
+#include "ut/ut_newfile.h"
+
 #include <algorithm>
-#include <cerrno>
-#include <cstdlib>
 #include <cstring>
 #include <functional>
-#include <sys/stat.h>
-#include <unistd.h>
 
 namespace standin
 {
@@ -36,7 +34,7 @@ bool copySection(const Section& section, const Sink& sink)
     return true;
 }
 
-/// A failure of the sink leaves its reason in errno.
+/// False when a section cannot be read or the sink fails.
 bool copyAll(const std::vector<Section>& sections, const Sink& sink)
 {
     const std::string table = writeTable(sections);
@@ -53,43 +51,6 @@ int64 dataSize(const std::vector<Section>& sections)
     return size;
 }
 
-bool writeFully(int file, const char* bytes, std::size_t size)
-{
-    while (size > 0)
-    {
-        const ssize_t count = ::write(file, bytes, size);
-        if (count < 0 && errno != EINTR)
-            return false;
-        if (count > 0)
-        {
-            bytes += count;
-            size -= static_cast<std::size_t>(count);
-        }
-    }
-    return true;
-}
-
-/// A link stays a link: what it leads to is replaced.
-std::string behindLinks(const std::string& path)
-{
-    char* resolved = ::realpath(path.c_str(), nullptr);
-    if (!resolved)
-        return path;
-    const std::string real = resolved;
-    std::free(resolved);
-    return real;
-}
-
-mode_t modeFor(const std::string& path)
-{
-    struct stat status;
-    if (::stat(path.c_str(), &status) == 0)
-        return status.st_mode & 07777;
-    const mode_t mask = ::umask(0);
-    ::umask(mask);
-    return 0666 & ~mask;
-}
-
 } // namespace
 
 bool writeIndexFile(const std::vector<Section>& sections, const std::string& path, std::string& why)
@@ -100,25 +61,18 @@ bool writeIndexFile(const std::vector<Section>& sections, const std::string& pat
         why = prefix + "its sections hold more than 4 GB. Make several files of it.";
         return false;
     }
-    const std::string target = behindLinks(path);
-    std::string temporary = target + ".XXXXXX";
-    const int file = ::mkstemp(&temporary[0]);
-    if (file < 0)
+    NewFile file(path);
+    if (file.error())
     {
-        why = prefix + std::strerror(errno) + ". Check that the directory exists and may be written.";
+        why = prefix + std::strerror(file.error()) + ". Check that the directory exists and may be written.";
         return false;
     }
-    errno = 0;
-    bool written = copyAll(sections, [&](const char* bytes, std::size_t size)
-                           { return writeFully(file, bytes, size); }) &&
-                   ::fchmod(file, modeFor(target)) == 0 && ::fsync(file) == 0;
-    const int closed = ::close(file);
-    written = written && closed == 0 && ::rename(temporary.c_str(), target.c_str()) == 0;
-    if (written)
+    const auto toFile = [&](const char* bytes, std::size_t size) { return file.write(bytes, size); };
+    if (copyAll(sections, toFile) && file.takePlace())
         return true;
-    why = prefix + (errno ? std::string(std::strerror(errno)) + ". Make room, or choose another place."
-                          : "a section of the old file can no longer be read. Open the file anew.");
-    ::unlink(temporary.c_str());
+    why = prefix + (file.error()
+                        ? std::string(std::strerror(file.error())) + ". Make room, or choose another place."
+                        : "a section of the old file can no longer be read. Open the file anew.");
     return false;
 }
 

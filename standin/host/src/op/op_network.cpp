@@ -64,7 +64,6 @@ OP_Node* construct(OP_Operator& op, OP_Network& network, const std::string& name
 } // namespace
 
 bool OP_OperatorFilter::allowOperatorAsChild(OP_Operator*) { return true; }
-bool OP_OperatorFilter::allowTool(const char*) { return true; }
 
 OP_Network::OP_Network(OP_Network* parent, const char* name, OP_Operator* op)
     : OP_Node(parent, name, op), myTable(nullptr), myNames(new NameIndex)
@@ -89,7 +88,6 @@ int OP_Network::isNetwork() const { return getOperatorTable() != nullptr; }
 OP_Network* OP_Network::castToOPNetwork() { return this; }
 const OP_Network* OP_Network::castToOPNetwork() const { return this; }
 void OP_Network::finishedLoadingNetwork(bool) {}
-VOP_CodeGenerator* OP_Network::getVopCodeGenerator() { return nullptr; }
 
 std::string OP_Network::maskContexts() const
 {
@@ -126,11 +124,6 @@ OP_Node* OP_Network::createNode(const char* type, const char* name, int notify, 
     if (node && loadcontents)
         standin::loadAssetContents(*node);
     return lookupNode(id);
-}
-
-OP_Node* OP_Network::createNodeOfExactType(const char* type, const char* name)
-{
-    return createNode(type, name, 1, 1, 1, nullptr, nullptr, true);
 }
 
 OP_Node* OP_Network::createNodeUnfiltered(const char* type, const char* name)

@@ -124,7 +124,6 @@ OP_Node* OP_Node::findNode(const char* path) const
 }
 
 VOP_Node* OP_Node::findVOPNode(const char* path) const { return CAST_VOPNODE(findNode(path)); }
-SHOP_Node* OP_Node::findSHOPNode(const char* path) const { return CAST_SHOPNODE(findNode(path)); }
 
 OP_Parameters* OP_Node::findRelative(const char* path) { return path && *path ? findNode(path) : this; }
 

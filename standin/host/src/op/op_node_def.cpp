@@ -83,6 +83,13 @@ int rankOf(const OP_Node& node, unsigned input, const OP_Node& source)
     return 0;
 }
 
+/// One wire, without the end of its line: input, source, output of the source, and a number that is always 1.
+std::string wireText(unsigned input, const OP_Node& source, int output)
+{
+    return std::to_string(input) + " \t" + nameText(source.getName().toStdString()) + " " +
+           std::to_string(output) + " 1";
+}
+
 std::string wiresText(OP_Node& node)
 {
     std::string named;
@@ -94,14 +101,11 @@ std::string wiresText(OP_Node& node)
         const OP_Node* source = slot ? slot->getNode() : nullptr;
         if (!source)
             continue;
-        const std::string index = std::to_string(i);
-        const std::string from = source->getName().toStdString();
-        const std::string output = std::to_string(slot->getNodeOutputIndex());
-        named +=
-            index + " \t" + nameText(from) + " " + output + " 1 " + quoteText(inputNameOf(node, i)) + "\n";
-        plain += index + " \t" + nameText(from) + " " + output + " 1\n";
+        const std::string wire = wireText(i, *source, slot->getNodeOutputIndex());
+        named += wire + " " + quoteText(inputNameOf(node, i)) + "\n";
+        plain += wire + "\n";
         if (source->nOutputs() > 1)
-            order += index + " " + std::to_string(rankOf(node, i, *source)) + "\n";
+            order += std::to_string(i) + " " + std::to_string(rankOf(node, i, *source)) + "\n";
     }
     return (node.castToVOPNode() ? block("inputsNamed3", named) : std::string()) + block("inputs", plain) +
            block("wireorder", order);

@@ -37,7 +37,6 @@ struct OP_Node::State
 
     std::vector<std::unique_ptr<OP_Input>> inputs; ///< slots; their addresses stay
     std::vector<Wire> outputs;                     ///< what this node feeds, in the order of wiring
-    bool inhibitConsolidation = false;
 
     std::vector<Interest> interests;
     int uiChanges = 0;

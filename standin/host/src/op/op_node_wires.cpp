@@ -96,7 +96,6 @@ unsigned OP_Node::getNumVisibleInputs() const
 unsigned OP_Node::getNumVisibleOutputs() const { return maxOutputs(); }
 unsigned OP_Node::orderedInputs() const { return 0; }
 bool OP_Node::hasUnorderedInputs() const { return getOperator() && getOperator()->getIsUnordered(); }
-void OP_Node::setInhibitInputConsolidation(bool inhibit) { myState->inhibitConsolidation = inhibit; }
 
 const char* OP_Node::inputLabel(unsigned idx) const
 {
@@ -143,7 +142,7 @@ bool OP_Node::connectSlot(unsigned idx, OP_Node* op, unsigned outputIdx)
 unsigned OP_Node::closeGap(unsigned idx)
 {
     const unsigned end = nInputs();
-    if (!hasUnorderedInputs() || myState->inhibitConsolidation || idx < orderedInputs() || idx >= end)
+    if (!hasUnorderedInputs() || idx < orderedInputs() || idx >= end)
         return idx + 1;
     for (unsigned i = idx; i + 1 < end; ++i)
     {
@@ -179,19 +178,6 @@ OP_ERROR OP_Node::setInput(unsigned idx, OP_Node* op, unsigned outputIdx)
     for (const int id : {state->id, source, newSource})
         redraw(id);
     return UT_ERROR_NONE;
-}
-
-OP_ERROR OP_Node::setInputReference(unsigned idx, const char* label, int keeppos, unsigned outputIdx)
-{
-    if (!label || !*label)
-        return setInput(idx, nullptr);
-    OP_Node* op = getParent() ? getParent()->getChild(label) : nullptr;
-    if (!op)
-        return UT_ERROR_ABORT;
-    if (!keeppos)
-        while (getInput(idx))
-            ++idx;
-    return setInput(idx, op, outputIdx);
 }
 
 /// Cuts all wires. What this node feeds hears of it, the node itself does not: it is about to go.

@@ -62,7 +62,6 @@ bool OP_Operator::getOpTabSubMenuPath(UT_String& path)
     return true;
 }
 
-bool OP_Operator::getHDKHelp(UT_String&) const { return false; }
 OP_SpecificData* OP_Operator::getOpSpecificData() { return nullptr; }
 const OP_SpecificData* OP_Operator::getOpSpecificData() const { return nullptr; }
 unsigned OP_Operator::maxOutputs() { return myMaxOutputs; }
@@ -83,12 +82,6 @@ FS_IndexFile* OP_Operator::getOTLIndexFile()
     return myOTLIndexFile.get();
 }
 
-bool OP_Operator::hasContentsSection()
-{
-    const FS_IndexFile* index = getOTLIndexFile();
-    return index && (index->hasSection("Contents.gz") || index->hasSection("Contents"));
-}
-
 void OP_Operator::setOTLLibrary(const std::shared_ptr<OP_OTLLibrary>& library, int definition)
 {
     myOTLLibrary = library;
@@ -101,12 +94,6 @@ void OP_Operator::setOTLLibrary(const std::shared_ptr<OP_OTLLibrary>& library, i
 }
 
 // --- names ------------------------------------------------------------------------------------------------------
-
-void OP_Operator::getTableAndName(UT_String& text) const
-{
-    const std::string name = textOf(myName);
-    text.harden((myTable ? standin::tableAndName(textOf(myTable->getName()), name) : name).c_str());
-}
 
 const char* OP_Operator::inputLabel(unsigned idx) const
 {

@@ -16,7 +16,6 @@ struct OP_OperatorTable::Contents
 {
     std::vector<OP_Operator*> operators; ///< in the order of registration
     std::unordered_map<std::string, OP_Operator*> byName;
-    std::unordered_map<std::string, std::string> firstNames;
 };
 
 namespace
@@ -117,12 +116,6 @@ int OP_OperatorTable::getOperators(OP_OperatorList& list, OP_Network* net, bool)
     return count;
 }
 
-void OP_OperatorTable::getOperatorList(UT_StringArray& list, bool english) const
-{
-    for (const OP_Operator* op : myContents->operators)
-        list.append(UT_StringHolder(english ? op->getEnglish() : op->getName()));
-}
-
 OP_Node* OP_OperatorTable::createNode(OP_Network* parent, const char* type, const char* name, int* aliased,
                                       bool exact_type)
 {
@@ -133,19 +126,8 @@ OP_Node* OP_OperatorTable::createNode(OP_Network* parent, const char* type, cons
 
 void OP_OperatorTable::getDefaultNodeName(const char* type, UT_String& name)
 {
-    const auto found = myContents->firstNames.find(type ? type : "");
-    const std::string base = found != myContents->firstNames.end()
-                                 ? found->second
-                                 : standin::splitOperatorName(type ? type : "").name;
+    const std::string base = standin::splitOperatorName(type ? type : "").name;
     name.harden(standin::validNodeName(base).c_str());
-}
-
-bool OP_OperatorTable::setOpFirstName(const char* op, const char* base)
-{
-    if (!getOperator(op) || !base || !standin::isValidNodeName(base))
-        return false;
-    myContents->firstNames[op] = base;
-    return true;
 }
 
 // Tab menus here are made afresh each time they are asked for, so nobody holds anything that could be out of date.

@@ -141,7 +141,7 @@ std::string contentsOf(OP_Node& node, const std::string& typeName)
 {
     constexpr std::size_t count_size = 4;
     const std::string root = node.getName().toStdString();
-    const std::string written = writeContents(node, root);
+    std::string written = writeContents(node, root);
     std::vector<ArchiveEntry> entries;
     std::string why;
     if (!readArchive(written.substr(count_size), entries, why))
@@ -364,7 +364,8 @@ OP_Node* createDigitalAsset(OP_Node& subnet, const AssetRequest& request, std::s
     VOP_Node* node = subnet.castToVOPNode();
     if (why.empty() && !node)
         why = subnet.getFullPath().toStdString() + " cannot become a digital asset: it is no VOP node.";
-    if (!why.empty() || !writeLibrary(file, draftOf(*node, request), why) || !installLibrary(file, why))
+    if (!node || !why.empty() || !writeLibrary(file, draftOf(*node, request), why) ||
+        !installLibrary(file, why))
         return nullptr;
     OP_Operator* op = subnet.getOperator()->getTable()->getOperator(request.name.c_str());
     const LoadingScope loading;

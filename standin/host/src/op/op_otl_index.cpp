@@ -279,6 +279,7 @@ std::vector<OP_OTLDefinition> readDefinitionText(const std::string& text, std::s
         setField(records.back(), key, trimmed(line.substr(colon + 1)));
     }
     std::vector<OP_OTLDefinition> definitions;
+    definitions.reserve(records.size());
     for (const DefinitionFields& fields : records)
         definitions.push_back(makeDefinition(fields));
     return definitions;

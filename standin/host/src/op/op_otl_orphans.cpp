@@ -23,8 +23,10 @@ Orphans::Orphans(const std::vector<OP_Operator*>& types)
         OP_Node* node = OP_Node::lookupNode(networks.back());
         networks.pop_back();
         OP_Network* network = node ? node->castToOPNetwork() : nullptr;
+        if (!network)
+            continue;
         std::vector<int> found;
-        for (int i = 0; network && i < network->getNchildren(); ++i)
+        for (int i = 0; i < network->getNchildren(); ++i)
         {
             OP_Node* child = network->getChild(i);
             if (std::count(types.begin(), types.end(), child->getOperator()))

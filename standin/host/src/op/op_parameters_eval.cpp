@@ -230,18 +230,7 @@ bool OP_Parameters::evalParameterOrPropertyT(const char* name, int vi, fpreal no
 
 // Setting an instance's parameter names it in the same way.
 
-void OP_Parameters::setIntInst(exint value, const char* name, const int* inst, int vi, fpreal t, int nest)
-{
-    setInt(instanceToken(name, inst, nest).c_str(), vi, t, value);
-}
-
 void OP_Parameters::setFloatInst(fpreal value, const char* name, const int* inst, int vi, fpreal t, int nest)
 {
     setFloat(instanceToken(name, inst, nest).c_str(), vi, t, value);
-}
-
-void OP_Parameters::setStringInst(const UT_String& value, CH_StringMeaning meaning, const char* name,
-                                  const int* inst, int vi, fpreal t, int nest)
-{
-    setString(value, meaning, instanceToken(name, inst, nest).c_str(), vi, t);
 }

@@ -38,6 +38,11 @@ std::string childPath(const std::string& parent, const std::string& name)
     return parent.empty() ? name : parent + "/" + name;
 }
 
+std::string orphanSentence(const std::string& path, const std::string& parent)
+{
+    return "The node \"" + path + "\" is inside \"" + parent + "\", which is missing; it is left out.";
+}
+
 /// The rest of the line that begins with "type = "; empty when there is none.
 std::string typeIn(const std::string& init)
 {
@@ -121,8 +126,7 @@ void TreeReader::findChildren()
         if (isNode(path) && parentThere)
             m_items[parent].children.push_back(path);
         else if (isNode(path))
-            m_problems.push_back("The node \"" + path + "\" is inside \"" + parent +
-                                 "\", which is missing; it is left out.");
+            m_problems.push_back(orphanSentence(path, parent));
         else if (parentThere)
             for (const auto& part : m_items[path].parts)
                 m_items[parent].others.push_back({"/" + nameOf(path) + "." + part.first, part.second});

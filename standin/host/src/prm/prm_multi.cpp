@@ -74,6 +74,7 @@ PRM_Parm::Instance PRM_Parm::makeInstance()
 void PRM_Parm::addInstances(int position, int count)
 {
     std::vector<Instance> made;
+    made.reserve(static_cast<std::size_t>(std::max(count, 0)));
     for (int i = 0; i < count; ++i)
         made.push_back(makeInstance());
     m_instances.insert(m_instances.begin() + position, std::make_move_iterator(made.begin()),
@@ -229,7 +230,8 @@ void PRM_Parm::spreadRampKeys(int first, int count)
     const bool hasRight = after < getMultiParmNumItems();
     for (int i = 0; i < count; ++i)
     {
-        Instance& key = m_instances[static_cast<std::size_t>(first + i)];
+        const int place = first + i;
+        Instance& key = m_instances[static_cast<std::size_t>(place)];
         const fpreal even = count > 1 ? static_cast<fpreal>(i) / (count - 1) : 0;
         const fpreal between = static_cast<fpreal>(i + 1) / (count + 1);
         if (hasLeft || hasRight)

@@ -224,7 +224,7 @@ std::string PRM_Parm::numberAsText(fpreal time, int index, int thread) const
         return number != 0 ? "on" : "off";
     if (type.isOrdinalType() && !mask && !alive.expired() && list.getParmIndex(this) >= 0)
     {
-        const std::string token = menuToken(truncated<int>(number));
+        std::string token = menuToken(truncated<int>(number));
         if (!token.empty())
             return token;
     }

@@ -17,11 +17,9 @@ PRM_Default PRMzeroDefaults[] = SIXTEEN(PRM_Default(0));
 PRM_Default PRMoneDefaults[] = SIXTEEN(PRM_Default(1));
 PRM_Default PRMtwoDefaults[] = SIXTEEN(PRM_Default(2));
 PRM_Default PRMthreeDefaults[] = SIXTEEN(PRM_Default(3));
-PRM_Default PRMfourDefaults[] = SIXTEEN(PRM_Default(4));
 
 namespace
 {
-PRM_Name toggle_items[] = {PRM_Name("off", "Off"), PRM_Name("on", "On"), PRM_Name()};
 
 // In the order of PRM_RampInterpType.
 PRM_Name interpolation_items[] = {
@@ -31,8 +29,6 @@ PRM_Name interpolation_items[] = {
     PRM_Name("hermite", "Hermite"),         PRM_Name(),
 };
 } // namespace
-
-PRM_ChoiceList PRMtoggleMenu(PRM_CHOICELIST_SINGLE, toggle_items);
 
 PRM_ChoiceList* PRMgetRampInterpMenu()
 {

@@ -53,33 +53,6 @@ const char* PRM_SpareData::getValue(const UT_StringRef& token) const
     return found == m_pairs.end() ? nullptr : found->second.c_str();
 }
 
-void PRM_SpareData::deleteTokenValue(const UT_StringRef& token)
-{
-    const Pairs::iterator found = find(token);
-    if (found != m_pairs.end())
-        m_pairs.erase(found);
-}
-
-void PRM_SpareData::mergeFrom(const PRM_SpareData& other)
-{
-    for (const Pairs::value_type& pair : Pairs(other.m_pairs))
-        addTokenValue(pair.first, pair.second.c_str());
-}
-
-bool PRM_SpareData::containsAny(const PRM_SpareData& other) const
-{
-    return std::any_of(other.m_pairs.begin(), other.m_pairs.end(),
-                       [&](const Pairs::value_type& pair)
-                       { return std::find(m_pairs.begin(), m_pairs.end(), pair) != m_pairs.end(); });
-}
-
-bool PRM_SpareData::containsAll(const PRM_SpareData& other) const
-{
-    return std::all_of(other.m_pairs.begin(), other.m_pairs.end(),
-                       [&](const Pairs::value_type& pair)
-                       { return std::find(m_pairs.begin(), m_pairs.end(), pair) != m_pairs.end(); });
-}
-
 void PRM_SpareData::getTokens(UT_StringArray& tokens) const
 {
     for (const Pairs::value_type& pair : m_pairs)
@@ -96,17 +69,6 @@ CH_ScriptLanguage PRM_SpareData::getCallbackLanguage() const
     return CHstringToScriptLanguage(getValue(language_token));
 }
 
-PRM_SpareData PRM_SpareData::sopPath(PRM_SpareToken("opfilter", "!!SOP!!"));
-PRM_SpareData PRM_SpareData::objPath(PRM_SpareToken("opfilter", "!!OBJ!!"));
-PRM_SpareData PRM_SpareData::objCameraPath(PRM_SpareToken("opfilter", "!!OBJ/CAMERA!!"));
-PRM_SpareData PRM_SpareData::shopPath(PRM_SpareToken("opfilter", "!!SHOP!!"));
 PRM_SpareData PRM_SpareData::vopPath(PRM_SpareToken("opfilter", "!!VOP!!"));
-PRM_SpareData PRM_SpareData::cop2Path(PRM_SpareToken("opfilter", "!!COP2!!"));
-PRM_SpareData PRM_SpareData::fileChooserModeRead(PRM_SpareToken("filechooser_mode", "read"));
-PRM_SpareData PRM_SpareData::fileChooserModeWrite(PRM_SpareToken("filechooser_mode", "write"));
-PRM_SpareData PRM_SpareData::fileChooserModeReadAndWrite(PRM_SpareToken("filechooser_mode",
-                                                                        "read_and_write"));
 PRM_SpareData PRM_SpareData::multiStartOffsetZero(PRM_SpareToken("multistartoffset", "0"));
-PRM_SpareData PRM_SpareData::multiStartOffsetOne(PRM_SpareToken("multistartoffset", "1"));
 PRM_SpareData PRM_SpareData::groupTypeSimple(PRM_SpareToken("group_type", "simple"));
-PRM_SpareData PRM_SpareData::groupTypeCollapsible(PRM_SpareToken("group_type", "collapsible"));

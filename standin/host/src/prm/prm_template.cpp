@@ -68,7 +68,6 @@ void PRM_Template::initialize(PRM_Type type, PRM_TypeExtended extended, PRM_Expo
     m_vectorSize = std::max(vectorSize, 0);
     m_parmGroup = parmGroup;
     m_multiType = PRM_MULTITYPE_NONE;
-    m_uiSize = 0;
     m_name = name;
     m_defaults = defaults;
     m_menu = menu;
@@ -80,7 +79,7 @@ void PRM_Template::initialize(PRM_Type type, PRM_TypeExtended extended, PRM_Expo
     m_callback = callback;
 }
 
-void PRM_Template::initMulti(PRM_MultiType multi, PRM_Template* children, PRM_Export level, fpreal uiSize,
+void PRM_Template::initMulti(PRM_MultiType multi, PRM_Template* children, PRM_Export level, fpreal,
                              PRM_Name* name, PRM_Default* count, PRM_Range* range, PRM_Callback callback,
                              PRM_SpareData* spare, const char* help, PRM_ConditionalBase* conditional)
 {
@@ -88,7 +87,6 @@ void PRM_Template::initMulti(PRM_MultiType multi, PRM_Template* children, PRM_Ex
     initialize(PRM_INT, PRM_TYPE_NONE, level, 1, name, count, nullptr, range, callback, spare, 1, help,
                conditional);
     m_multiType = multi;
-    m_uiSize = uiSize;
     m_children = children;
 }
 
@@ -127,25 +125,6 @@ UT_StringHolder PRM_Template::getChannelToken(int component) const
 void PRM_Template::getChannelToken(UT_String& token, int component) const
 {
     token.harden(getChannelToken(component));
-}
-
-void PRM_Template::getChannelTokens(UT_StringArray& tokens) const
-{
-    for (int i = 0; i < m_vectorSize; ++i)
-        tokens.append(getChannelToken(i));
-}
-
-int PRM_Template::findSubIndex(const UT_StringRef& channel) const
-{
-    for (int i = 0; i < m_vectorSize; ++i)
-        if (getChannelToken(i) == channel)
-            return i;
-    return channel == getToken() ? 0 : -1;
-}
-
-void PRM_Template::getChannelLabel(UT_String& label, int component) const
-{
-    label.harden((getLabel() + PRMchannelSuffix(m_type, m_vectorSize, component)).c_str());
 }
 
 namespace

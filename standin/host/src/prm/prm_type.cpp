@@ -22,12 +22,8 @@ constexpr PRM_Type text(unsigned stringType, unsigned pathType = 0, unsigned int
 } // namespace
 
 const PRM_Type PRM_TYPE_ZERO = PRM_Type();
-const PRM_Type PRM_TYPE_PLAIN = flag(PRM_IFACE_PLAIN);
 const PRM_Type PRM_TYPE_JOIN_NEXT = flag(PRM_IFACE_JOIN_NEXT);
-const PRM_Type PRM_TYPE_LABEL_NONE = flag(PRM_IFACE_LABEL_NONE);
 const PRM_Type PRM_TYPE_INVISIBLE = flag(PRM_IFACE_INVISIBLE);
-const PRM_Type PRM_TYPE_BASEPARM = flag(PRM_IFACE_BASEPARM);
-const PRM_Type PRM_TYPE_EXCLUSIVE = flag(PRM_IFACE_EXCLUSIVE);
 
 const PRM_Type PRM_INT = floating(PRM_FLOAT_INTEGER, 0);
 const PRM_Type PRM_INT_J = floating(PRM_FLOAT_INTEGER, PRM_CHAN_JACK);

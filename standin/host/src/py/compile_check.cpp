@@ -21,7 +21,14 @@ public:
     }
     WarningsIgnored(const WarningsIgnored&) = delete;
     WarningsIgnored& operator=(const WarningsIgnored&) = delete;
-    ~WarningsIgnored() { m_guard.attr("__exit__")(py::none(), py::none(), py::none()); }
+    // By the plain call: that of pybind11 throws, which nothing that ends may do.
+    ~WarningsIgnored()
+    {
+        PyObject* left = PyObject_CallMethod(m_guard.ptr(), "__exit__", "OOO", Py_None, Py_None, Py_None);
+        Py_XDECREF(left);
+        if (!left)
+            PyErr_Clear();
+    }
 
 private:
     py::object m_guard;

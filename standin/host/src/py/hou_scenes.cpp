@@ -6,6 +6,7 @@
 #include <pybind11/pybind11.h>
 #include <pybind11/stl.h>
 
+#include <algorithm>
 #include <vector>
 
 namespace py = pybind11;
@@ -49,9 +50,8 @@ void clear()
 
 py::tuple copy(const std::vector<int>& ids, int networkId)
 {
-    std::vector<OP_Node*> nodes;
-    for (const int id : ids)
-        nodes.push_back(&nodeOf(id));
+    std::vector<OP_Node*> nodes(ids.size());
+    std::transform(ids.begin(), ids.end(), nodes.begin(), [](int id) { return &nodeOf(id); });
     OP_Network* network = nodeOf(networkId).castToOPNetwork();
     if (!network)
         fail("\"" + pathOf(nodeOf(networkId)) + "\" holds no nodes.");

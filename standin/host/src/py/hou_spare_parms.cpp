@@ -136,7 +136,7 @@ PRM_ChoiceList* makeMenu(SpareTemplate& made, const py::dict& facts)
     if (!script.empty())
         made.menu.reset(new PRM_ChoiceList(type, made.keep(script),
                                            flagIn(facts, "menu_python") ? CH_PYTHON_SCRIPT : CH_HSCRIPT));
-    else if (tokens.size())
+    else if (!tokens.empty())
     {
         for (std::size_t i = 0; i < tokens.size(); ++i)
             made.items.push_back(

@@ -15,10 +15,12 @@ public:
     }
     KeptArguments(const KeptArguments&) = delete;
     KeptArguments& operator=(const KeptArguments&) = delete;
+    // By the plain calls: those of pybind11 throw, which nothing that ends may do.
     ~KeptArguments()
     {
-        m_sys.attr("argv") = m_argv;
-        m_sys.attr("path") = m_path;
+        if (PyObject_SetAttrString(m_sys.ptr(), "argv", m_argv.ptr()) != 0 ||
+            PyObject_SetAttrString(m_sys.ptr(), "path", m_path.ptr()) != 0)
+            PyErr_Clear();
     }
 
     void set(const py::list& argv) const { m_sys.attr("argv") = argv; }

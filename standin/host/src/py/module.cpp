@@ -11,8 +11,8 @@ namespace python
 namespace
 {
 
-/// Gives the error's text to its class in the package, which knows how to say it.
-void raiseInPython(std::exception_ptr pending)
+/// Gives the error's text to its class in the package, which knows how to say it. By value, as pybind11 calls it.
+void raiseInPython(std::exception_ptr pending) // NOLINT(performance-unnecessary-value-param)
 {
     try
     {

@@ -192,7 +192,7 @@ PY_Result PYrunPythonExpression(const char* code, PY_Result::Type want, PY_Evalu
 PY_Result PYrunPythonExpressionAndExpectNoErrors(const char* code, PY_Result::Type want, const char* heading,
                                                  PY_EvaluationContext* context)
 {
-    const PY_Result result = PYrunPythonExpression(code, want, context);
+    PY_Result result = PYrunPythonExpression(code, want, context);
     tell(result, heading);
     return result;
 }

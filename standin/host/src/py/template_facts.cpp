@@ -70,9 +70,10 @@ py::object rangeOf(const PRM_Range* range)
 py::dict spareOf(const PRM_SpareData* spare)
 {
     py::dict pairs;
+    if (!spare)
+        return pairs;
     UT_StringArray tokens;
-    if (spare)
-        spare->getTokens(tokens);
+    spare->getTokens(tokens);
     for (exint i = 0; i < tokens.entries(); ++i)
         pairs[py::cast(Text(tokens(i).buffer()))] = Text(spare->getValue(tokens(i)));
     return pairs;

@@ -25,6 +25,7 @@ std::vector<std::string> houdiniPathEntries()
 {
     std::vector<std::string> entries;
     const UT_PathSearch* path = UT_PathSearch::getInstance(UT_HOUDINI_PATH);
+    entries.reserve(static_cast<std::size_t>(path->getEntries()));
     for (int i = 0; i < path->getEntries(); ++i)
         entries.push_back(path->getEntry(i).toStdString());
     return entries;

@@ -214,6 +214,14 @@ void takePlugin(const std::string& path)
 
 // --- running entry points ---------------------------------------------------------------------------------------
 
+void reportThrown(const std::string& path, const char* hook, const std::string& purpose,
+                  const std::string& thrown)
+{
+    report(Severity::Error, "The plug-in " + path + " failed in " + hook + ", which " + purpose +
+                                ": it threw " + thrown +
+                                ". What it had added before stays. This is a fault of the plug-in.");
+}
+
 /// Runs one entry point of every plug-in that has it, in loading order.
 template <typename Argument>
 void runHooks(const char* hook, const std::string& purpose, Argument& argument)
@@ -230,9 +238,7 @@ void runHooks(const char* hook, const std::string& purpose, Argument& argument)
         tellStartup(StartupStep::leavingHook, hook);
         registry().running = outer;
         if (!thrown.empty())
-            report(Severity::Error, "The plug-in " + plugin.report.path + " failed in " + hook + ", which " +
-                                        purpose + ": it threw " + thrown +
-                                        ". What it had added before stays. This is a fault of the plug-in.");
+            reportThrown(plugin.report.path, hook, purpose, thrown);
     }
 }
 

@@ -174,7 +174,12 @@ void addWarnings(const TreeReader& reader, const std::string& file, std::vector<
         warnings.push_back(missingSentence(missing.first, missing.second));
     warnings.insert(warnings.end(), reader.problems().begin(), reader.problems().end());
     for (std::string& warning : warnings)
-        warning = file + ": " + warning;
+        warning.insert(0, file + ": ");
+}
+
+void reportUnsaved(const std::string& file, const std::string& problem)
+{
+    report(Severity::Warning, "Saving " + file + ": " + problem + ".");
 }
 
 void makeNodes(TreeReader& reader, bool replacing, std::vector<std::string>& warnings)
@@ -242,7 +247,7 @@ bool saveScene(const std::string& path, std::string& why)
     std::vector<std::string> problems;
     const std::string bytes = writeArchive(entriesOfScene(problems));
     for (const std::string& problem : problems)
-        report(Severity::Warning, "Saving " + target + ": " + problem + ".");
+        reportUnsaved(target, problem);
     if (!writeWhole(target, bytes, why))
         return false;
     setFileOfScene(target);

@@ -1,7 +1,8 @@
 #include "scene_file.h"
 
+#include "ut/ut_newfile.h"
+
 #include <cerrno>
-#include <cstdlib>
 #include <cstring>
 #include <fcntl.h>
 #include <sys/stat.h>
@@ -32,10 +33,7 @@ std::string reason(int error)
 class File
 {
 public:
-    File(const std::string& path, int flags, mode_t mode = 0666)
-        : m_fd(open(path.c_str(), flags | O_CLOEXEC, mode))
-    {
-    }
+    File(const std::string& path, int flags) : m_fd(open(path.c_str(), flags | O_CLOEXEC)) {}
     File(const File&) = delete;
     File& operator=(const File&) = delete;
     ~File() { close(); }
@@ -54,54 +52,21 @@ private:
     int m_fd;
 };
 
-/// The file behind symbolic links; the path itself where there is none yet.
-std::string resolved(const std::string& path)
-{
-    char* real = realpath(path.c_str(), nullptr);
-    const std::string result = real ? real : path;
-    std::free(real);
-    return result;
-}
-
 /// 0, or the error number.
-int writeAll(File& file, const std::string& bytes, bool toDisk)
+int replace(const std::string& path, const std::string& bytes)
 {
-    if (file.fd() < 0)
-        return errno;
-    for (std::size_t written = 0; written < bytes.size();)
-    {
-        const ssize_t count = write(file.fd(), bytes.data() + written, bytes.size() - written);
-        if (count < 0 && errno != EINTR)
-            return errno;
-        written += count > 0 ? static_cast<std::size_t>(count) : 0;
-    }
-    // Without this a crash of the machine may leave an empty file under the new name.
-    if (toDisk && fsync(file.fd()) != 0 && errno != EINVAL && errno != EROFS)
-        return errno;
-    return file.close();
+    NewFile file(path);
+    if (file.write(bytes.data(), bytes.size()))
+        file.takePlace();
+    return file.error();
 }
 
-int replace(const std::string& path, const struct stat* old, const std::string& bytes)
-{
-    const std::string beside = path + ".saving-" + std::to_string(getpid());
-    unlink(beside.c_str()); // left by a process of that number that was ended in the middle
-    File file(beside, O_WRONLY | O_CREAT | O_EXCL);
-    if (file.fd() < 0)
-        return errno;
-    if (old && fchmod(file.fd(), old->st_mode & 07777) != 0)
-        errno = 0; // another owner's file: the person's own permissions are as good
-    int error = writeAll(file, bytes, true);
-    if (!error && rename(beside.c_str(), path.c_str()) != 0)
-        error = errno;
-    if (error)
-        unlink(beside.c_str());
-    return error;
-}
-
+/// The same.
 int writeDirectly(const std::string& path, const std::string& bytes)
 {
     File file(path, O_WRONLY);
-    return writeAll(file, bytes, false);
+    const int error = file.fd() < 0 ? errno : writeFully(file.fd(), bytes.data(), bytes.size());
+    return error ? error : file.close();
 }
 
 } // namespace
@@ -127,14 +92,13 @@ bool readWhole(const std::string& path, std::string& bytes, std::string& why)
 
 bool writeWhole(const std::string& path, const std::string& bytes, std::string& why)
 {
-    const std::string target = resolved(path);
     struct stat old;
-    const bool exists = stat(target.c_str(), &old) == 0;
-    const int error = exists && !S_ISREG(old.st_mode) ? writeDirectly(target, bytes)
-                                                      : replace(target, exists ? &old : nullptr, bytes);
+    const bool exists = stat(path.c_str(), &old) == 0;
+    const bool isDevice = exists && !S_ISREG(old.st_mode);
+    const int error = isDevice ? writeDirectly(path, bytes) : replace(path, bytes);
     if (error)
         why = "The file " + quoted(path) + " cannot be written: " + reason(error) +
-              (exists && S_ISREG(old.st_mode) ? " The old file is as it was." : "");
+              (exists && !isDevice ? " The old file is as it was." : "");
     return error == 0;
 }
 

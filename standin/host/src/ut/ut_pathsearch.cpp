@@ -277,17 +277,6 @@ int UT_PathSearch::findFile(UT_String& result, const char* search) const
     return first(m_cache->get(), search, isFile, result);
 }
 
-int UT_PathSearch::findDirectory(UT_String& result, const char* search) const
-{
-    return first(m_cache->get(), search, isDirectory, result);
-}
-
-int UT_PathSearch::matchAllFiles(const char* extension, bool returnFullPaths, UT_StringArray& list,
-                                 bool recurse, bool skipDuplicatePaths) const
-{
-    return matchAllFilesInSubdirectory(extension, "", returnFullPaths, list, recurse, skipDuplicatePaths);
-}
-
 int UT_PathSearch::matchAllFilesInSubdirectory(const char* extension, const char* subdirectory,
                                                bool returnFullPaths, UT_StringArray& list, bool recurse,
                                                bool skipDuplicatePaths) const

@@ -69,7 +69,7 @@ bool isControl(char character)
     return byte < 0x20 || byte == 0x7F;
 }
 
-std::string quoted(const char* text, char delimiter, bool escapeNonprinting)
+std::string quoted(const char* text, char delimiter)
 {
     std::string result(1, delimiter);
     while (*text)
@@ -77,7 +77,7 @@ std::string quoted(const char* text, char delimiter, bool escapeNonprinting)
         const int length = utf8Length(text);
         if (*text == delimiter || *text == '\\')
             result += std::string("\\") + *text;
-        else if (escapeNonprinting && (length == 0 || isControl(*text)))
+        else if (length == 0 || isControl(*text))
             result += escapedByte(*text);
         else
             result.append(text, static_cast<std::size_t>(std::max(length, 1)));
@@ -188,8 +188,6 @@ int UT_String::toInt() const
     return value;
 }
 
-fpreal UT_String::toFloat() const { return CH_ExprValue(toStdString()).asNumber(); }
-
 int UT_String::sprintf(const char* format, ...)
 {
     std::va_list arguments;
@@ -233,11 +231,6 @@ bool UT_String::operator<(const UT_String& other) const
     return std::strcmp(nonNullBuffer(), other.nonNullBuffer()) < 0;
 }
 
-UT_String UT_String::makeQuotedString(char delimiter, bool escapeNonprinting) const
-{
-    return UT_String(ALWAYS_DEEP, quoted(nonNullBuffer(), delimiter, escapeNonprinting).c_str());
-}
-
 UT_String UT_String::makeSmartQuotedString(char defaultDelimiter, bool) const
 {
     const char* text = nonNullBuffer();
@@ -245,5 +238,5 @@ UT_String UT_String::makeSmartQuotedString(char defaultDelimiter, bool) const
     const bool twofold = std::strchr(text, '"') != nullptr;
     const char delimiter = single == twofold ? defaultDelimiter : single ? '"' : '\'';
     // Always escaped: a raw newline or a broken character would end the literal before its time.
-    return UT_String(ALWAYS_DEEP, quoted(text, delimiter, true).c_str());
+    return UT_String(ALWAYS_DEEP, quoted(text, delimiter).c_str());
 }

@@ -46,16 +46,6 @@ int UT_WorkBuffer::sprintf(const char* format, ...)
     return static_cast<int>(m_text.size());
 }
 
-int UT_WorkBuffer::appendSprintf(const char* format, ...)
-{
-    std::va_list arguments;
-    va_start(arguments, format);
-    const std::string text = UTformatText(format, arguments);
-    va_end(arguments);
-    m_text += text;
-    return static_cast<int>(text.size());
-}
-
 void UT_WorkBuffer::append(const char* text)
 {
     if (text)
@@ -65,5 +55,3 @@ void UT_WorkBuffer::append(const char* text)
 void UT_WorkBuffer::append(char character) { m_text += character; }
 
 void UT_WorkBuffer::append(const UT_WorkBuffer& other) { m_text += std::string(other.m_text); }
-
-void UT_WorkBuffer::strcpy(const char* text) { m_text = text ? text : ""; }

@@ -108,7 +108,7 @@ public:
         OP_Network* subnet = getParent();
         const int id = subnet ? subnet->getUniqueId() : 0;
         HostVop::opChanged(reason, data);
-        if (reason == OP_INPUT_REWIRED && lookupNode(id))
+        if (reason == OP_INPUT_REWIRED && subnet && lookupNode(id))
             subnet->triggerUIChanged(OP_UICHANGE_CONNECTIONS);
     }
 };
@@ -244,9 +244,9 @@ private:
 
     void redrawChildren()
     {
-        std::vector<int> ids;
-        for (int i = 0; i < getNchildren(); ++i)
-            ids.push_back(getChild(i)->getUniqueId());
+        std::vector<int> ids(static_cast<std::size_t>(getNchildren()));
+        for (std::size_t i = 0; i < ids.size(); ++i)
+            ids[i] = getChild(static_cast<int>(i))->getUniqueId();
         for (const int id : ids)
             if (OP_Node* child = lookupNode(id))
                 child->triggerUIChanged(OP_UICHANGE_CONNECTIONS);

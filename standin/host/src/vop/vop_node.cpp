@@ -43,9 +43,7 @@ VOP_Node* VOP_Node::castToVOPNode() { return this; }
 const VOP_Node* VOP_Node::castToVOPNode() const { return this; }
 
 bool VOP_Node::runCreateScript() { return OP_Network::runCreateScript(); }
-bool VOP_Node::willAutoconvertInputType(int) { return false; }
 VOP_Type VOP_Node::getShaderType() const { return VOP_TYPE_UNDEF; }
-void VOP_Node::getCode(UT_String& code, const VOP_CodeGenContext&) { code.harden(""); }
 
 // --- connectors -------------------------------------------------------------------------------------------------
 
@@ -102,9 +100,6 @@ VOP_Type VOP_Node::getOutputType(int idx)
     getOutputTypeInfoSubclass(info, idx);
     return info.getType();
 }
-
-void VOP_Node::getInputTypeInfo(VOP_TypeInfo& info, int idx) { getInputTypeInfoSubclass(info, idx); }
-void VOP_Node::getOutputTypeInfo(VOP_TypeInfo& info, int idx) { getOutputTypeInfoSubclass(info, idx); }
 
 void VOP_Node::getAllowedInputTypes(unsigned idx, VOP_VopTypeArray& types)
 {

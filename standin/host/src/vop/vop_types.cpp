@@ -95,21 +95,7 @@ const char* keep(const std::string& text)
 
 } // namespace
 
-bool VOPisArrayType(VOP_Type type)
-{
-    return (type >= VOP_TYPE_VECTOR4_ARRAY && type <= VOP_TYPE_MATRIX4_ARRAY) ||
-           (type >= VOP_TYPE_POINT_ARRAY && type <= VOP_TYPE_COLOR_ARRAY) || type == VOP_COSHADER_ARRAY;
-}
-
 const char* VOPgetShaderTypeName(VOP_Type type) { return nameIn(shader_types, type); }
-
-VOP_Type VOPgetShaderType(const char* name)
-{
-    for (const TypeRow& row : shader_types)
-        if (name && std::strcmp(row.name, name) == 0)
-            return row.type;
-    return VOP_TYPE_UNDEF;
-}
 
 const char* VOPgetTypeName(VOP_Type type)
 {

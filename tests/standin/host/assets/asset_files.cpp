@@ -4,7 +4,6 @@
 #include <cstdlib>
 #include <fstream>
 #include <iterator>
-#include <zlib.h>
 
 std::string number(std::size_t value)
 {
@@ -68,21 +67,6 @@ std::string contentsBytes(const std::vector<std::pair<std::string, std::string>>
     archive += archiveEntry("TRAILER!!!", "");
     const std::string size = number(archive.size());
     return std::string(size.rbegin(), size.rend()) + archive;
-}
-
-std::string gzipped(const std::string& bytes)
-{
-    z_stream stream = z_stream();
-    deflateInit2(&stream, Z_BEST_SPEED, Z_DEFLATED, 16 + MAX_WBITS, 8, Z_DEFAULT_STRATEGY);
-    std::string packed(deflateBound(&stream, bytes.size()), '\0');
-    stream.next_in = reinterpret_cast<Bytef*>(const_cast<char*>(bytes.data()));
-    stream.avail_in = static_cast<uInt>(bytes.size());
-    stream.next_out = reinterpret_cast<Bytef*>(&packed[0]);
-    stream.avail_out = static_cast<uInt>(packed.size());
-    EXPECT_EQ(deflate(&stream, Z_FINISH), Z_STREAM_END);
-    packed.resize(stream.total_out);
-    deflateEnd(&stream);
-    return packed;
 }
 
 std::string bytesOf(const std::string& path)

@@ -1,6 +1,8 @@
 #ifndef HOST_ASSETS_ASSET_FILES_H
 #define HOST_ASSETS_ASSET_FILES_H
 
+#include "gzip.h"
+
 #include <FS/FS_IndexFile.h>
 
 #include <gmock/gmock.h>
@@ -31,8 +33,6 @@ std::string libraryBytes(const std::string& name, const std::string& table, cons
 /// One archive entry of an asset's contents, and a whole section "Contents" of such entries.
 std::string archiveEntry(const std::string& name, const std::string& data);
 std::string contentsBytes(const std::vector<std::pair<std::string, std::string>>& entries);
-
-std::string gzipped(const std::string& bytes);
 
 std::string bytesOf(const std::string& path);
 std::string sectionOf(const FS_IndexFile& index, const char* name);

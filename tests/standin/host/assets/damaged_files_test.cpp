@@ -42,7 +42,7 @@ protected:
 const std::string& smallLibrary()
 {
     static const std::string bytes =
-        libraryBytes("korvan::x", "Vop", {{"DialogScript", "{\n}\n"}, {"Contents.gz", gzipped("text")}});
+        libraryBytes("korvan::x", "Vop", {{"DialogScript", "{\n}\n"}, {"Contents.gz", gzip("text")}});
     return bytes;
 }
 

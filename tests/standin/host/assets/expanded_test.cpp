@@ -26,7 +26,7 @@ protected:
         file("x.hda/korvan_8_8Vop_1x_8_81/Sections.list",
              "\"\"\nDialogScript\tDialogScript\nContents.gz\tContents.gz\n");
         file("x.hda/korvan_8_8Vop_1x_8_81/DialogScript", "{\n}\n");
-        file("x.hda/korvan_8_8Vop_1x_8_81/Contents.gz", gzipped("inside"));
+        file("x.hda/korvan_8_8Vop_1x_8_81/Contents.gz", gzip("inside"));
         return path("x.hda");
     }
 };

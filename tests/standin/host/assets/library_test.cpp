@@ -17,7 +17,6 @@ TEST_F(Library, TellsWhatItsFileSaysOfEachType)
         number(2) + typeRecord("a::x::1.0", "Vop", "chop cvex", 3) + typeRecord("y", "Sop");
     const OP_OTLLibrary library(file("a.hda", indexBytes({{"INDEX_SECTION", records}})).c_str());
     EXPECT_STREQ(library.getSource(), path("a.hda").c_str());
-    EXPECT_STREQ(library.getMetaSource(), path("a.hda").c_str());
     ASSERT_EQ(library.getNumDefinitions(), 2);
     const OP_OTLDefinition& x = library.getDefinition(0);
     EXPECT_STREQ(x.getName(), "a::x::1.0");

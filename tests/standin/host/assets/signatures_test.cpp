@@ -20,7 +20,6 @@ static_assert(Has<bool (FS_IndexFile::*)(const char*) const, &FS_IndexFile::hasS
 static_assert(Has<FS_Reader* (FS_IndexFile::*)(const char*) const, &FS_IndexFile::getSectionReader>::value,
               "");
 static_assert(Has<int (FS_IndexFile::*)(const char*) const, &FS_IndexFile::getSectionDataSize>::value, "");
-static_assert(Has<int (FS_IndexFile::*)(const char*) const, &FS_IndexFile::getSectionModTime>::value, "");
 static_assert(
     Has<bool (FS_IndexFile::*)(const char*, UT_WorkBuffer&) const, &FS_IndexFile::readSection>::value, "");
 static_assert(Has<int (FS_IndexFile::*)() const, &FS_IndexFile::getNumSections>::value, "");
@@ -30,7 +29,6 @@ static_assert(std::is_constructible<FS_IndexFile, FS_Reader*>::value, "");
 static_assert(std::is_constructible<FS_Reader, const char*>::value, "");
 static_assert(Has<UT_IStream* (FS_Reader::*)() const, &FS_Reader::getStream>::value, "");
 static_assert(Has<bool (FS_Reader::*)() const, &FS_Reader::isGood>::value, "");
-static_assert(Has<int64 (FS_Reader::*)() const, &FS_Reader::getLength>::value, "");
 static_assert(Has<void (FS_Reader::*)(), &FS_Reader::close>::value, "");
 
 static_assert(Has<bool (UT_IStream::*)() const, &UT_IStream::isEof>::value, "");
@@ -52,6 +50,5 @@ static_assert(std::is_base_of<FS_IndexFile, OP_OTLLibrary>::value, "");
 static_assert(Has<int (OP_OTLLibrary::*)() const, &OP_OTLLibrary::getNumDefinitions>::value, "");
 static_assert(Has<const OP_OTLDefinition& (OP_Operator::*)() const, &OP_Operator::getOTLDefinition>::value,
               "");
-static_assert(Has<bool (OP_Operator::*)(), &OP_Operator::hasContentsSection>::value, "");
 
 } // namespace

@@ -92,7 +92,7 @@ TEST_F(Streams, GiveTheSameWordsHoweverTheBlocksFall)
 {
     const std::string text = std::string(65530, 'x') + " " + randomText(1, 300000) + std::string(200000, 'y');
     EXPECT_EQ(wordsOf(streamOf(text)), wordsByHand(text));
-    EXPECT_EQ(wordsOf(inflated(gzipped(text))), wordsByHand(text));
+    EXPECT_EQ(wordsOf(inflated(gzip(text))), wordsByHand(text));
 }
 
 TEST_F(Streams, TellTheEndWithTheLastWord)
@@ -131,7 +131,7 @@ TEST_F(Streams, GiveLinesQuotedTextsAndTheRest)
 TEST_F(Streams, GiveWhatStandsBeforeABreakInCompressedBytes)
 {
     const std::string text = "alpha beta gamma " + randomText(2, 200000);
-    const std::string packed = gzipped(text);
+    const std::string packed = gzip(text);
     UT_IStream& stream = inflated(packed.substr(0, packed.size() / 2));
     const Words words = wordsOf(stream);
     ASSERT_GT(words.size(), 3u);
@@ -153,7 +153,7 @@ TEST_F(Streams, GiveNothingOfBytesThatAreNotCompressed)
 
 TEST_F(Streams, TellAWrongChecksumAfterTheLastWord)
 {
-    std::string packed = gzipped("one two");
+    std::string packed = gzip("one two");
     packed[packed.size() - 8] = static_cast<char>(packed[packed.size() - 8] + 1);
     UT_IStream& stream = inflated(packed);
     EXPECT_THAT(wordsOf(stream), ElementsAre("one", "two"));
@@ -162,7 +162,7 @@ TEST_F(Streams, TellAWrongChecksumAfterTheLastWord)
 
 TEST_F(Streams, EndWithTheFirstCompressedMember)
 {
-    EXPECT_THAT(wordsOf(inflated(gzipped("one") + gzipped("two"))), ElementsAre("one"));
+    EXPECT_THAT(wordsOf(inflated(gzip("one") + gzip("two"))), ElementsAre("one"));
 }
 
 } // namespace

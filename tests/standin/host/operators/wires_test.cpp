@@ -21,7 +21,6 @@ TEST_F(Wires, ConnectAnInputToAnOutput)
     EXPECT_EQ(sink->getInput(1), source);
     ASSERT_NE(sink->getInputReferenceConst(1), nullptr);
     EXPECT_EQ(sink->getInputReferenceConst(1)->getNodeOutputIndex(), 1);
-    EXPECT_FALSE(sink->getInputReferenceConst(1)->isIndirect());
     EXPECT_TRUE(sink->isConnected(1, false));
     EXPECT_FALSE(sink->isConnected(0, false));
     EXPECT_FALSE(sink->isConnected(-1, true));
@@ -99,23 +98,6 @@ TEST_F(Wires, OfTheWrongTypeAreMadeInCodeAllTheSame)
     EXPECT_EQ(sink->setInput(0, source, 1), UT_ERROR_NONE);
 }
 
-TEST_F(Wires, CanNameTheirSource)
-{
-    EXPECT_EQ(sink->setInputReference(1, "source1", 1, 1), UT_ERROR_NONE);
-    EXPECT_EQ(sink->getInput(1), source);
-    EXPECT_EQ(sink->setInputReference(1, "nobody", 1), UT_ERROR_ABORT);
-    EXPECT_EQ(sink->getInput(1), source);
-    EXPECT_EQ(sink->setInputReference(1, nullptr, 1), UT_ERROR_NONE);
-    EXPECT_EQ(sink->getInput(1), nullptr);
-}
-
-TEST_F(Wires, GoToTheNextFreeInputWhenTheyNeedNotKeepTheirPlace)
-{
-    sink->setInput(0, source, 0);
-    EXPECT_EQ(sink->setInputReference(0, "source1", 0, 1), UT_ERROR_NONE);
-    EXPECT_EQ(sink->getInput(1), source);
-}
-
 TEST_F(Wires, TellBothEndsToRedraw)
 {
     EventRecorder seen(sink);
@@ -180,13 +162,6 @@ TEST_F(UnorderedInputs, TellEveryInputThatMoved)
     EXPECT_THAT(seen.events, ElementsAre(SeenEvent{OP_INPUT_REWIRED, 1}, SeenEvent{OP_INPUT_REWIRED, 2},
                                          SeenEvent{OP_INPUT_REWIRED, 3}, SeenEvent{OP_INPUT_CHANGED, 0},
                                          SeenEvent{OP_UI_CHANGED, OP_UICHANGE_CONNECTIONS}));
-}
-
-TEST_F(UnorderedInputs, StayWhileClosingUpIsInhibited)
-{
-    lights->setInhibitInputConsolidation(true);
-    lights->setInput(2, nullptr);
-    EXPECT_THAT(wired(), ElementsAre(0, 1, 4, 3));
 }
 
 TEST_F(UnorderedInputs, CloseUpWhenANodeUpstreamIsDeleted)

@@ -152,7 +152,7 @@ TEST(ConditionGroup, HoldsOneConditionOfEachType)
     UT_String text;
     tmpl.getConditionalPtr(PRM_CONDTYPE_HIDE)->getStringFromList(text);
     EXPECT_STREQ(text, "{ number == 2 }");
-    EXPECT_EQ(tmpl.getDisablePtr()->getType(), PRM_CONDTYPE_DISABLE);
+    EXPECT_EQ(tmpl.getConditionalPtr(PRM_CONDTYPE_DISABLE)->getType(), PRM_CONDTYPE_DISABLE);
     EXPECT_EQ(PRM_Template().getConditionalPtr(PRM_CONDTYPE_HIDE), nullptr);
 }
 

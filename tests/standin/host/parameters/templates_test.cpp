@@ -162,15 +162,10 @@ TEST_P(ChannelsOf, AreTheTokenWithTheKindsSuffixes)
 {
     PRM_Name name("p", "P");
     const PRM_Template tmpl(*GetParam().type, GetParam().size, &name);
-    UT_StringArray tokens;
-    tmpl.getChannelTokens(tokens);
     Texts channels;
-    for (const UT_StringHolder& token : tokens)
-        channels.push_back(token.toStdString());
-    EXPECT_EQ(channels, GetParam().channels);
     for (int i = 0; i < GetParam().size; ++i)
-        EXPECT_EQ(tmpl.findSubIndex(channels[static_cast<std::size_t>(i)]), i);
-    EXPECT_EQ(tmpl.findSubIndex("q"), -1);
+        channels.push_back(tmpl.getChannelToken(i).toStdString());
+    EXPECT_EQ(channels, GetParam().channels);
 }
 
 INSTANTIATE_TEST_SUITE_P(

@@ -7,7 +7,7 @@ export function toScreen(x) {
   return c <= 0.0031308 ? 12.92 * c : 1.055 * c ** (1 / 2.4) - 0.055;
 }
 
-export function toLinear(x) {
+function toLinear(x) {
   const c = clamp(x);
   return c <= 0.04045 ? c / 12.92 : ((c + 0.055) / 1.055) ** 2.4;
 }

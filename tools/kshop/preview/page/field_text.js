@@ -6,7 +6,7 @@ import { button, el, setText } from "./dom.js";
 import { openMenu } from "./popup.js";
 
 /** What choosing `token` makes of `text`, by the kind of the menu. */
-export function afterChoice(kind, text, token) {
+function afterChoice(kind, text, token) {
   if (kind === "append") return text === "" ? token : `${text} ${token}`;
   if (kind !== "toggle") return token;
   const words = text.split(/\s+/).filter((word) => word !== "");

@@ -11,7 +11,7 @@ const NAMES = [
 ];
 
 /** A shader's name without the renderer's or the host's prefix, so that both are the same. */
-export function bareName(name) {
+function bareName(name) {
   return String(name ?? "")
     .replace(/^zelk__/, "")
     .replace(/^korvan::/, "");
@@ -25,7 +25,7 @@ export function gravest(findings) {
   );
 }
 
-export function placeText(finding) {
+function placeText(finding) {
   const file = finding.file?.split("/").pop() ?? "";
   return finding.line ? `${file}:${finding.line}` : file;
 }

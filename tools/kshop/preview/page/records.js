@@ -31,7 +31,7 @@ function scalarText(value) {
 }
 
 /** A value of a record as a person reads it. */
-export function valueText(value) {
+function valueText(value) {
   if (Array.isArray(value)) return value.map(valueText).join(value.some(Array.isArray) ? ", " : " ");
   if (value && typeof value === "object") return valueText(value.values ?? []);
   return scalarText(value);

@@ -6,10 +6,10 @@ import { Source } from "./source.js";
 import { Tabs } from "./tabs.js";
 
 const LABELS = ["Changes", "Console", "Findings", "Source"];
-export const CHANGES = 0;
-export const CONSOLE = 1;
-export const FINDINGS = 2;
-export const SOURCE = 3;
+const CHANGES = 0;
+const CONSOLE = 1;
+const FINDINGS = 2;
+const SOURCE = 3;
 
 /** A number for a badge; there is no room for thousands. */
 const countText = (count) => (count > 99 ? "99+" : String(count || ""));

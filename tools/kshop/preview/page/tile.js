@@ -17,7 +17,7 @@ const KNOWN = new Set([
 ]);
 
 /** The class of a connector's colour. */
-export function typeClass(word) {
+function typeClass(word) {
   const plain = String(word ?? "").toLowerCase();
   return `type-${KNOWN.has(plain) ? plain : plain.includes("shader") ? "shader" : "other"}`;
 }

@@ -1,7 +1,7 @@
 #include "record_input.h"
 
+#include "../text.h"
 #include "record_types.h"
-#include "text.h"
 
 #include <nlohmann/json.hpp>
 

@@ -1,6 +1,6 @@
 #include "delta_log.h"
 
-#include "output.h"
+#include "../output.h"
 #include "record_output.h"
 
 #include <zelk/ipr/observe.h>
@@ -22,7 +22,7 @@ std::shared_ptr<DeltaLog> DeltaLog::start(const std::string& path)
         complain(fmt::format("--deltas: cannot write {}: {}", path, std::strerror(errno)));
         return nullptr;
     }
-    const std::shared_ptr<DeltaLog> log(new DeltaLog(path, file));
+    std::shared_ptr<DeltaLog> log(new DeltaLog(path, file));
     // The observer shares the log and is never taken back: nodes may send until the very end of the process.
     zelk::ipr::setSendObserver([log](const std::string& text) { log->write(text); });
     return log;

@@ -1,7 +1,7 @@
 #ifndef KSHOP_RECORD_OUTPUT_H
 #define KSHOP_RECORD_OUTPUT_H
 
-#include "text.h"
+#include "../text.h"
 
 #include <zelk/ipr/delta.h>
 

@@ -1,4 +1,4 @@
-#include "shared_object.h"
+#include <common/cut_off.h>
 
 #include <elf.h>
 #include <sys/stat.h>
@@ -10,7 +10,7 @@
 #include <memory>
 #include <vector>
 
-namespace zelk::renderer
+namespace standin
 {
 
 namespace
@@ -71,4 +71,4 @@ std::optional<CutOff> findCutOff(const std::string& file)
     return size < promised ? std::optional<CutOff>({promised, size}) : std::nullopt;
 }
 
-} // namespace zelk::renderer
+} // namespace standin

@@ -1,6 +1,6 @@
 #include "record_file.h"
 
-#include "output.h"
+#include "../output.h"
 #include "record_input.h"
 
 #include <fmt/format.h>

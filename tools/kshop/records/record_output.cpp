@@ -1,6 +1,6 @@
 #include "record_output.h"
 
-#include "interface_json.h"
+#include "../interface_json.h"
 #include "record_types.h"
 
 #include <fmt/format.h>

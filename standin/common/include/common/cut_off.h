@@ -4,7 +4,7 @@
 #include <optional>
 #include <string>
 
-namespace zelk::renderer
+namespace standin
 {
 
 /// How many bytes a shared object should have, and has.
@@ -19,4 +19,4 @@ struct CutOff
 /// files, and for those that the system refuses by itself because they are unreadable or something else.
 std::optional<CutOff> findCutOff(const std::string& file);
 
-} // namespace zelk::renderer
+} // namespace standin
