@@ -72,6 +72,18 @@ TEST(ShaderNode, HasAnInputForEachLinkableParameter)
     EXPECT_EQ(node.getInputFromName("nothing"), -1);
 }
 
+TEST(ShaderNode, FindsNothingUnderANullName)
+{
+    StandinSession session;
+    session.renderer.shader("noise", KR_TYPE_RGB).floats({"a"});
+    session.registerAll();
+
+    VOP_Node& node = shaderNode(session.container(), "korvan::noise");
+    EXPECT_EQ(node.getInputFromName(UT_String()), -1);
+    EXPECT_EQ(node.getOutputFromName(UT_String()), 0); // as under any name that is no output's
+    EXPECT_EQ(node.getOutputFromName("nothing"), 0);
+}
+
 TEST(ShaderNode, AllowsAnInputOnlyItsOwnType)
 {
     StandinSession session;
