@@ -80,7 +80,9 @@ TEST_F(RunPythonFile, PrintsASyntaxErrorWithItsLine)
 TEST_F(RunPythonFile, RefusesNullBytesWithASentence)
 {
     EXPECT_EQ(runScript(std::string("x = 1\0\n", 7)), 1);
-    EXPECT_NE(errors.find("null bytes"), std::string::npos) << errors;
+    EXPECT_NE(errors.find("script.py holds a null byte, so it is no Python script. Save it as UTF-8 text."),
+              std::string::npos)
+        << errors;
 }
 
 TEST_F(RunPythonFile, NamesAFileThatCannotBeReadAndGivesTwo)
