@@ -8,7 +8,9 @@
 #include <mutex>
 #include <set>
 #include <string>
+#include <sys/stat.h>
 #include <system_error>
+#include <utility>
 #include <vector>
 
 namespace fs = std::filesystem;
@@ -144,11 +146,12 @@ public:
 private:
     void visit(const fs::path& relative)
     {
-        std::error_code error;
         // A directory that links back to one of its parents is entered once.
-        const std::string real = fs::canonical(m_directory / relative, error).string();
-        if (error || !m_entered.insert(real).second)
+        struct stat facts;
+        if (::stat((m_directory / relative).c_str(), &facts) != 0 ||
+            !m_entered.insert({facts.st_dev, facts.st_ino}).second)
             return;
+        std::error_code error;
         fs::directory_iterator at(m_directory / relative, fs::directory_options::skip_permission_denied,
                                   error);
         for (; !error && at != fs::directory_iterator(); at.increment(error))
@@ -165,7 +168,7 @@ private:
     const fs::path m_directory;
     const std::string m_extension;
     const bool m_recurse;
-    std::set<std::string> m_entered;
+    std::set<std::pair<dev_t, ino_t>> m_entered;
     std::vector<std::string> m_files;
 };
 } // namespace
