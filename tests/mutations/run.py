@@ -9,9 +9,13 @@ The edits are in tests/mutations/*.toml. They are made in a copy of the sources;
 """
 
 import argparse
+import collections
+import concurrent.futures
 import datetime
+import json
 import os
 import pathlib
+import queue
 import random
 import re
 import shutil
@@ -83,41 +87,89 @@ def mirror(origin, target):
         shutil.rmtree(gone) if gone.is_dir() else gone.unlink()
 
 
-def prepare():
-    """Copies the sources and builds the tests once, unbroken."""
-    tree = WORK / "tree"
-    tree.mkdir(parents=True, exist_ok=True)
-    for path in ROOT.iterdir():
-        if path != WORK.parent and not path.name.startswith("."):
-            mirror(path, tree / path.name)
-    subprocess.run(["cmake", "-S", tree, "-B", WORK / "build", "-G", "Ninja", "-DCMAKE_BUILD_TYPE=None",
-                    "-DCMAKE_CXX_FLAGS=-O0 -w", "-DPython3_ROOT_DIR=/usr", "-DKORVAN_TESTS=ON", "-DKORVAN_BENCH=OFF"],
-                   check=True, stdout=subprocess.DEVNULL)
-    build(check=True)
-    return tree
+class Copy:
+    """A copy of the sources with a build of its tests. One edit at a time is made in it."""
+
+    def __init__(self, number):
+        self.tree = WORK / str(number) / "tree"
+        self.binaries = WORK / str(number) / "build"
+        self.together = []
+
+    def prepare(self):
+        """Copies the sources and builds the tests once, unbroken. Whether they pass."""
+        self.tree.mkdir(parents=True, exist_ok=True)
+        for path in ROOT.iterdir():
+            if path != WORK.parent and not path.name.startswith("."):
+                mirror(path, self.tree / path.name)
+        subprocess.run(["cmake", "-S", self.tree, "-B", self.binaries, "-G", "Ninja", "-DCMAKE_BUILD_TYPE=None",
+                        "-DCMAKE_CXX_FLAGS=-O0 -w", "-DPython3_ROOT_DIR=/usr", "-DKORVAN_TESTS=ON", "-DKORVAN_BENCH=OFF"],
+                       check=True, stdout=subprocess.DEVNULL)
+        self.build(check=True)
+        self.together = self.passing_in_one_process()
+        return self.tests_pass()
+
+    def build(self, check=False):
+        return subprocess.run(["ninja", "-C", self.binaries, "shop_unit_test"], check=check,
+                              capture_output=not check).returncode == 0
+
+    def run_in_one_process(self, *options, names=("*",)):
+        """The tests of these names without a process for each, which is much faster; some need one of their own."""
+        try:
+            return subprocess.run([self.binaries / "bin" / "shop_unit_test", *options], cwd=self.binaries, timeout=60,
+                                  env={**os.environ, "GTEST_FILTER": ":".join(names)}, capture_output=True).returncode == 0
+        except subprocess.TimeoutExpired:
+            return False
+
+    def passing_in_one_process(self):
+        report = self.binaries / "one_process.json"
+        self.run_in_one_process(f"--gtest_output=json:{report}")
+        suites = json.loads(report.read_text(encoding="utf-8"))["testsuites"]
+        names = [f"{suite['name']}.{test['name']}" for suite in suites for test in suite["testsuite"]
+                 if test["result"] == "COMPLETED" and not test.get("failures")]
+        return names if self.run_in_one_process(names=names) else []
+
+    def tests_pass(self):
+        if self.together and not self.run_in_one_process("--gtest_fail_fast", names=self.together):
+            return False
+        run = subprocess.run(["ctest", "--test-dir", self.binaries, "-L", "unit", "--stop-on-failure", "--timeout", "60"],
+                             capture_output=True)
+        return run.returncode == 0
+
+    def verdict(self, mutation):
+        """"killed" by a test, "SURVIVES", or "DOES NOT COMPILE"."""
+        file = source(self.tree, mutation)
+        text = file.read_text(encoding="utf-8")
+        file.write_text(mutation.apply(text), encoding="utf-8")
+        try:
+            if not self.build():
+                return "DOES NOT COMPILE"
+            return "SURVIVES" if self.tests_pass() else "killed"
+        finally:
+            file.write_text(text, encoding="utf-8")
 
 
-def build(check=False):
-    return subprocess.run(["ninja", "-C", WORK / "build", "shop_unit_test"], check=check, capture_output=not check).returncode == 0
+def prepared_copies(mutation_count):
+    """One for each core, when there is enough to do for what another build costs; none when the tests fail in one."""
+    copies = [Copy(number) for number in range(min(os.cpu_count() or 1, 1 + mutation_count // 20))]
+    return copies if all([copy.prepare() for copy in copies]) else []
 
 
-def tests_pass():
-    run = subprocess.run(["ctest", "--test-dir", WORK / "build", "-L", "unit", "-j", str(os.cpu_count() or 1),
-                          "--stop-on-failure", "--timeout", "60"], capture_output=True, text=True)
-    return run.returncode == 0
+def verdicts(copies, chosen):
+    """(mutation, verdict) as they come."""
+    free = queue.SimpleQueue()
+    for copy in copies:
+        free.put(copy)
 
+    def judge(mutation):
+        copy = free.get()
+        try:
+            return mutation, copy.verdict(mutation)
+        finally:
+            free.put(copy)
 
-def verdict(tree, mutation):
-    """"killed" by a test, "killed" by the compiler, or "SURVIVES"."""
-    file = source(tree, mutation)
-    text = file.read_text(encoding="utf-8")
-    file.write_text(mutation.apply(text), encoding="utf-8")
-    try:
-        if not build():
-            return "DOES NOT COMPILE"
-        return "SURVIVES" if tests_pass() else "killed"
-    finally:
-        file.write_text(text, encoding="utf-8")
+    with concurrent.futures.ThreadPoolExecutor(len(copies)) as pool:
+        yield from (done.result() for done in
+                    concurrent.futures.as_completed([pool.submit(judge, mutation) for mutation in chosen]))
 
 
 def main():
@@ -139,15 +191,14 @@ def main():
         chosen = random.Random(options.seed).sample(chosen, min(options.sample, len(chosen)))
         print(f"seed {options.seed}")
 
-    tree = prepare()
-    if not tests_pass():
+    copies = prepared_copies(len(chosen))
+    if not copies:
         print("the tests fail as it is; nothing can be said", file=sys.stderr)
         return 1
-    counts = {}
-    for number, mutation in enumerate(chosen, 1):
-        result = verdict(tree, mutation)
-        counts[result] = counts.get(result, 0) + 1
-        print(f"[{number}/{len(chosen)}] {result}: {mutation}", flush=True)
+    counts = collections.Counter()
+    for number, (mutation, verdict) in enumerate(verdicts(copies, chosen), 1):
+        counts[verdict] += 1
+        print(f"[{number}/{len(chosen)}] {verdict}: {mutation}", flush=True)
     print("mutation-test:", ", ".join(f"{count} {result}" for result, count in sorted(counts.items())) or "nothing chosen")
     return 0 if set(counts) <= {"killed"} else 1
 

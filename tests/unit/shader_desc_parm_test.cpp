@@ -513,7 +513,9 @@ TEST(Range, ChoosesEachEndByItself)
 {
     const PRM_Range free = getRange(NAN, NAN, NAN, NAN);
     EXPECT_EQ(free.getMinFlag(), PRM_RANGE_FREE);
+    EXPECT_EQ(free.getMin(), 0);
     EXPECT_EQ(free.getMaxFlag(), PRM_RANGE_FREE);
+    EXPECT_EQ(free.getMax(), 1);
     const PRM_Range soft = getRange(NAN, NAN, -1, 2);
     EXPECT_EQ(soft.getMinFlag(), PRM_RANGE_UI);
     EXPECT_EQ(soft.getUIMin(), -1);

@@ -8,7 +8,21 @@
 
 #include <gmock/gmock.h>
 
+#include <vector>
+
+using testing::Contains;
+using testing::ElementsAre;
 using zelk::shop::SHOP_KorvanMaterial;
+
+namespace
+{
+
+std::vector<OP_OperatorTable*> told_tables;
+
+} // namespace
+
+/// Nobody watches tables in the host that the tests run in: the plug-in finds this one in place of the host's own.
+void OP_OperatorTable::notifyUpdateTableSinksOfUpdate() { told_tables.push_back(this); }
 
 TEST(EntryPoints, TellTheToolkitsVersionAndCompiler)
 {
@@ -47,6 +61,19 @@ TEST(Container, HoldsVopNodesOfTheHostsTable)
     EXPECT_EQ(SHOP_KorvanMaterial::createAndGetOperatorTable(), OP_Network::getOperatorTable("Vop"));
     EXPECT_EQ(net.getNumParms(), 0);
     EXPECT_EQ(static_cast<SHOP_Node&>(net).getShaderType(), 31);
+}
+
+TEST(Container, TellsWhoeverWatchesTheTableOfVopNodes)
+{
+    StandinSession session;
+    session.registerAll();
+    told_tables.clear();
+
+    session.container();
+    EXPECT_THAT(told_tables, Contains(OP_Network::getOperatorTable("Vop"))) << "when a container is made";
+    told_tables.clear();
+    SHOP_KorvanMaterial::createAndGetOperatorTable();
+    EXPECT_THAT(told_tables, ElementsAre(OP_Network::getOperatorTable("Vop")));
 }
 
 TEST(Container, TakesOurNodesAndTheHostsPlainOnesOnly)
