@@ -20,7 +20,8 @@ korvan_require_place(HFS "the host (its installation)"
 korvan_require_place(KORVAN_ROOT "the Korvan renderer" include/kr.h lib/libkr.so)
 korvan_require_place(ZELK_IPR_ROOT "the interactive-render library" include/zelk/ipr/delta.h lib/libzelk_ipr.so)
 
-# As the toolkit's own compiler script gives them. A newer compiler needs the old text ABI.
+# As the toolkit's own compiler script gives them, but for MAKING_DSO and the tag: those are for UT/UT_DSOVersion.h, which
+# the plug-in does not include. A newer compiler needs the old string ABI.
 add_library(zelk_host INTERFACE)
 add_library(zelk::host ALIAS zelk_host)
 target_include_directories(zelk_host SYSTEM INTERFACE ${HFS}/toolkit/include)

@@ -1,7 +1,8 @@
 """The preset real-host: the plug-in alone, against a platform that was not built with it.
 
-The platform's directories are made from the stand-ins' headers and libraries, laid out as the licensed ones are. They and the
-build stay beside the test from run to run, so that only the first run compiles.
+The platform's directories are made from the stand-ins' headers and libraries, laid out as the licensed ones are. One of the host's
+libraries is empty there: the licensed host has more than the two that the plug-in links, and its process supplies what they lack.
+They and the build stay beside the test from run to run, so that only the first run compiles.
 """
 
 import os
@@ -26,12 +27,18 @@ def link(place, target):
     place.symlink_to(target)
 
 
+def make_empty_library(place):
+    place.parent.mkdir(parents=True, exist_ok=True)
+    place.unlink(missing_ok=True)
+    subprocess.run(["c++", "-shared", "-o", place, "-x", "c++", os.devnull], check=True)
+
+
 def make_platform(root):
     """Lays out the three installations below `root`; the definitions that name them."""
     for name in HOST_LIBRARIES:
         link(root / "hfs/toolkit/include" / name, SOURCES / "standin/host/include" / name)
-    for name in ("libHoudiniOP1.so", "libHoudiniOP2.so"):
-        link(root / "hfs/dsolib" / name, TREE / "lib" / name)
+    make_empty_library(root / "hfs/dsolib/libHoudiniOP1.so")
+    link(root / "hfs/dsolib/libHoudiniOP2.so", TREE / "lib/libHoudiniOP2.so")
     link(root / "korvan/include/kr.h", SOURCES / "standin/renderer/include/kr.h")
     link(root / "korvan/lib/libkr.so", TREE / "lib/libkr.so")
     link(root / "ipr/include/zelk", SOURCES / "standin/ipr/include/zelk")
