@@ -16,6 +16,8 @@ namespace shop
 const char* const network_mask = "korvan_vopnet";
 const char* const help_root = "https://docs.korvan.example/houdini/";
 
+void setText(UT_String& target, const char* text) { target.harden(text); }
+
 std::string fullPathOf(const OP_Node& node)
 {
     UT_String path;

@@ -23,6 +23,9 @@ extern const char* const network_mask;
 /// First part of the address of a type's page in the online help.
 extern const char* const help_root;
 
+/// Gives the host a copy of a text, which is not null: what it asks us for by a text of its own may be gone at once.
+void setText(UT_String& target, const char* text);
+
 /// Returns "/shop/korvan_vopnet1/noise1".
 std::string fullPathOf(const OP_Node& node);
 

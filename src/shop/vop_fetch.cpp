@@ -107,7 +107,7 @@ VOP_Type VOP_KorvanFetch::getOutputTypeSubclass(int i)
     return output ? static_cast<VOP_Type>(output->type) : VOP_TYPE_UNDEF;
 }
 
-void VOP_KorvanFetch::getDescriptiveName(UT_String& name) const { name.harden(descriptive_name.c_str()); }
+void VOP_KorvanFetch::getDescriptiveName(UT_String& name) const { setText(name, descriptive_name.c_str()); }
 
 // --- User data --------------------------------------------------------------------------------------------------------
 

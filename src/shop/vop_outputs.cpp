@@ -111,13 +111,13 @@ void registerOutputs(OP_OperatorTable* table)
 
 bool VOP_KorvanOutputOperator::getOpHelpURL(UT_String& url)
 {
-    url.harden((std::string(help_root) + "Output+Nodes").c_str());
+    setText(url, (std::string(help_root) + "Output+Nodes").c_str());
     return true;
 }
 
 bool VOP_KorvanOutputOperator::getOpTabSubMenuPath(UT_String& path)
 {
-    path.harden("Output");
+    setText(path, "Output");
     return true;
 }
 
@@ -161,7 +161,7 @@ bool VOP_KorvanOutput::runCreateScript()
 
 void VOP_KorvanOutput::getInputNameSubclass(UT_String& name, int i) const
 {
-    name.harden(inputLabel(static_cast<unsigned>(i)));
+    setText(name, inputLabel(static_cast<unsigned>(i)));
 }
 
 int VOP_KorvanOutput::getInputFromNameSubclass(const UT_String& name) const
@@ -181,7 +181,7 @@ void VOP_KorvanOutput::getAllowedInputTypesSubclass(unsigned i, UT_Array<VOP_Typ
 
 void VOP_KorvanOutput::getOutputNameSubclass(UT_String& name, int i) const
 {
-    name.harden(outputLabel(static_cast<unsigned>(i)));
+    setText(name, outputLabel(static_cast<unsigned>(i)));
 }
 
 VOP_Type VOP_KorvanOutput::getOutputTypeSubclass(int) { return VOP_TYPE_UNDEF; }

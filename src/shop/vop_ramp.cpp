@@ -197,19 +197,19 @@ void VOP_KorvanRamp::getInputNameSubclass(UT_String& name, int i) const
     switch (rampInput(i))
     {
     case RampInput::input:
-        name.harden("input");
+        setText(name, "input");
         break;
     case RampInput::position:
-        name.harden(("position" + keyNumber(index)).c_str());
+        setText(name, ("position" + keyNumber(index)).c_str());
         break;
     case RampInput::value:
-        name.harden((kind().valueInputName + keyNumber(index)).c_str());
+        setText(name, (kind().valueInputName + keyNumber(index)).c_str());
         break;
     case RampInput::interpolation:
-        name.harden(("interp" + keyNumber(index)).c_str());
+        setText(name, ("interp" + keyNumber(index)).c_str());
         break;
     case RampInput::none:
-        name.harden("<error>");
+        setText(name, "<error>");
         break;
     }
 }

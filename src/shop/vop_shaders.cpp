@@ -103,7 +103,7 @@ void registerShaders(OP_OperatorTable* table)
 bool VOP_KorvanOperator::getOpHelpURL(UT_String& url)
 {
     const bool ownPage = shaderDesc && !shaderDesc->helpUrl.empty();
-    url.harden((ownPage ? shaderDesc->helpUrl : std::string(help_root) + "Shaders").c_str());
+    setText(url, (ownPage ? shaderDesc->helpUrl : std::string(help_root) + "Shaders").c_str());
     return true;
 }
 
@@ -111,7 +111,7 @@ bool VOP_KorvanOperator::getOpTabSubMenuPath(UT_String& path)
 {
     if (!shaderDesc || shaderDesc->category.empty())
         return false;
-    path.harden(shaderDesc->category.c_str());
+    setText(path, shaderDesc->category.c_str());
     return true;
 }
 

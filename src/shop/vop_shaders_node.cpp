@@ -57,7 +57,7 @@ const char* VOP_KorvanShader::inputName(int i) const
     return exists ? desc().inputs[i]->name.c_str() : "invalid";
 }
 
-void VOP_KorvanShader::getInputNameSubclass(UT_String& name, int i) const { name.harden(inputName(i)); }
+void VOP_KorvanShader::getInputNameSubclass(UT_String& name, int i) const { setText(name, inputName(i)); }
 
 VOP_Type VOP_KorvanShader::getInputTypeSubclass(int i)
 {
@@ -76,7 +76,7 @@ int VOP_KorvanShader::getInputFromNameSubclass(const UT_String& name) const
 
 const char* VOP_KorvanShader::outputLabel(unsigned i) const { return desc().outputLabel(i); }
 
-void VOP_KorvanShader::getOutputNameSubclass(UT_String& name, int i) const { name.harden(outputLabel(i)); }
+void VOP_KorvanShader::getOutputNameSubclass(UT_String& name, int i) const { setText(name, outputLabel(i)); }
 
 VOP_Type VOP_KorvanShader::getOutputTypeSubclass(int i)
 {

@@ -22,7 +22,7 @@ namespace
 void nameAfter(const char* label, UT_String& name)
 {
     if (label)
-        name.harden(label);
+        setText(name, label);
 }
 
 /// A shader of the same name gives way: the hand-written node stands for it.
@@ -50,7 +50,7 @@ void registerUtilities(OP_OperatorTable* table)
 
 bool VOP_KorvanUtilityOperator::getOpTabSubMenuPath(UT_String& path)
 {
-    path.harden(tabSubMenuPath.c_str());
+    setText(path, tabSubMenuPath.c_str());
     return true;
 }
 
