@@ -4,7 +4,8 @@ A name is an identifier of src/shop that a public header of the platform declare
 object or member. It is listed when it stands in backticks in the first cell of a row below a heading that is a header of
 the platform; every header that src/shop includes has such a heading. Names marked as uncertain stand in the table of
 uncertain uses too, which has a dozen rows at most, and each is used in one source file only. The column "used in" names the
-units that have one of a row's names, or says how many there are.
+units that have one of a row's names, or says how many there are. The last column names places to change, which must be there:
+files, functions of a file ("`FILE`: NAME()") and tables ("NAME_rows").
 """
 
 import re
@@ -18,6 +19,9 @@ MARK = "**U**"
 MOST_UNCERTAIN = 12
 USED_IN = 3       # the column of the units
 MOST_UNITS = 4    # that are named one by one
+
+FILE = re.compile(r"`(\w+\.(?:h|cpp))`")
+NAMED = re.compile(r"(\w+)\(\)|(\w+_rows)\b|^: (\w+)$")  # a function, a table; behind a file a class or an object too
 
 # Public headers by room; the stand-in host's own observation interface is no part of the platform.
 HEADERS = ("standin/host/include", "standin/renderer/include", "standin/ipr/include")
@@ -103,12 +107,20 @@ def included_headers(root):
     return names
 
 
+def places_in(cell):
+    """The places that a cell names: pairs of a file (empty for any) and a name in it (empty for all of it)."""
+    before, *parts = FILE.split(cell)
+    for file, said in zip(["", *parts[::2]], [before, *parts[1::2]]):
+        names = ["".join(name) for name in NAMED.findall(said.strip())]
+        yield from ((file, name) for name in names or ([""] if file else []))
+
+
 class Document:
     """The page: names by line, and which of them are uncertain."""
 
     def __init__(self, root):
         file = root / DOCUMENT
-        self.headings, self.listed, self.marked, self.uncertain, self.files, self.used_in = set(), {}, {}, {}, [], []
+        self.headings, self.listed, self.marked, self.uncertain, self.places, self.used_in = set(), {}, {}, {}, [], []
         self.uncertain_rows, section = -1, ""  # the row of headings does not count
         for number, line in enumerate(file.read_text(encoding="utf-8").splitlines() if file.exists() else [], 1):
             if line.startswith("#"):
@@ -119,12 +131,12 @@ class Document:
 
     def read_row(self, number, section, cells):
         names = {name: number for name in re.findall(r"`([^`]+)`", cells[0])}
+        self.places += [(number, *place) for place in places_in(cells[-1])]
         if section == UNCERTAIN:
             self.uncertain_rows += 1
             self.uncertain.update(names)
         elif section.endswith(".h"):
             self.listed.update(names)
-            self.files += [(number, file) for file in re.findall(r"`(\w+\.(?:h|cpp))`", cells[-1])]
             if names and len(cells) > USED_IN:
                 self.used_in.append((number, tuple(names), cells[USED_IN]))
             if any(MARK in cell for cell in cells[1:]):
@@ -160,14 +172,22 @@ def uncertain_findings(page, used):
         yield f"{DOCUMENT}: {page.uncertain_rows} uncertain uses; there may be {MOST_UNCERTAIN}"
 
 
+def place_findings(page, root, used):
+    for number, file, name in page.places:
+        place = f"src/shop/{file}"
+        if not (root / place).exists():
+            yield f"{DOCUMENT}:{number}: there is no {place}"
+        elif name and not (place in used.get(name, ()) if file else name in used):
+            yield f"{DOCUMENT}:{number}: there is no {name} in {place}"
+
+
 def findings(root):
     page, platform, used = Document(root), platform_names(root), used_names(root)
     found = [*name_findings(page, platform, used), *used_in_findings(page, used), *uncertain_findings(page, used)]
     found += [f"{place}: includes {header}, which has no heading in {DOCUMENT}"
               for header, place in sorted(included_headers(root).items())
               if any((root / room / header).exists() for room in HEADERS) and header not in page.headings]
-    return found + [f"{DOCUMENT}:{number}: there is no src/shop/{file}" for number, file in page.files
-                    if not (root / "src/shop" / file).exists()]
+    return found + list(place_findings(page, root, used))
 
 
 if __name__ == "__main__":

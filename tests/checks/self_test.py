@@ -231,6 +231,15 @@ typedef int OP_Count;
                          ["docs/porting.md:10: nOutputs is no name of the platform that src/shop uses",
                           "docs/porting.md:10: there is no src/shop/b.cpp"])
 
+    def test_find_a_function_and_a_table_that_are_gone(self):
+        row = "| `OP_Node` | a class | {} |\n"
+        for place in ("`a.cpp`: shown()", "`a.cpp`: Shown::kept()", "`a.cpp`: shown", "`a.cpp`; the table shown_rows", "each shown()"):
+            with self.subTest(place):
+                code = "OP_Node shown_rows[] = {Shown::kept()};\nvoid shown();\n"
+                self.assertEqual(self.found(code, row.format(place)), [])
+                self.assertRegex("".join(self.found("OP_Node n;\n", row.format(place))),
+                                 "^docs/porting.md:10: there is no (shown|shown_rows|kept) in src/shop/(a.cpp)?$")
+
     def test_say_where_a_name_is_used_when_the_page_says_otherwise(self):
         row = "| `OP_Node` | a class | sure | {} | |\n"
         self.assertEqual(self.found("OP_Node n;\n", row.format("a")), [])
