@@ -2,6 +2,9 @@
 #include "universe.h"
 #include "values.h"
 
+#include <algorithm>
+#include <string>
+
 using zelk::renderer::Arena;
 using zelk::renderer::MetaData;
 using zelk::renderer::Universe;
@@ -51,6 +54,30 @@ const char** copyItems(Arena& arena, const char* const* items)
     return copy;
 }
 
+// "a", "b", "c" and 4 more
+std::string namesOf(const std::vector<const KtNodeEntry*>& entries)
+{
+    const std::size_t most_named = 3, named = std::min(entries.size(), most_named);
+    std::string text;
+    for (std::size_t i = 0; i < named; ++i)
+        text += std::string(i ? ", \"" : "\"") + entries[i]->name + '"';
+    return named == entries.size() ? text : text + " and " + std::to_string(entries.size() - named) + " more";
+}
+
+// Of one owner.
+void reportTakenBy(const char* owner, const char* plugin, const std::vector<const KtNodeEntry*>& taken)
+{
+    if (taken.size() == 1)
+        KrMsgError("[kr] %s: The node entry \"%s\" is declared already by %s. Skipping the second; rename "
+                   "one of them.",
+                   sourceName(plugin), taken[0]->name, owner);
+    else
+        KrMsgError("[kr] %s: %lu node entries are declared already by %s: %s. Skipping the second of each; "
+                   "take one of the two away, or rename its entries.",
+                   sourceName(plugin), static_cast<unsigned long>(taken.size()), owner,
+                   namesOf(taken).c_str());
+}
+
 KtPlace placeOf(KtNodeDecl* node) { return {entryOf(node)->source, 0, 0}; }
 
 // Null, after a message where there is a mistake, when there is nowhere to put the key.
@@ -70,6 +97,20 @@ MetaData* metaDataFor(KtNodeDecl* node, const char* param, const char* key)
 
 } // namespace
 
+void zelk::renderer::reportTaken(const char* plugin, const std::vector<const KtNodeEntry*>& taken)
+{
+    std::vector<const KtNodeEntry*> left = taken;
+    while (!left.empty())
+    {
+        const std::string owner = sourceName(left[0]->file);
+        const auto others = std::stable_partition(left.begin(), left.end(),
+                                                  [&owner](const KtNodeEntry* entry)
+                                                  { return owner == sourceName(entry->file); });
+        reportTakenBy(owner.c_str(), plugin, {left.begin(), others});
+        left.erase(left.begin(), others);
+    }
+}
+
 KtNodeDecl* KrDeclareNode(const char* name, int nodeType, int outputType)
 {
     Universe* universe = Universe::require("KrDeclareNode");
@@ -83,9 +124,10 @@ KtNodeDecl* KrDeclareNode(const char* name, int nodeType, int outputType)
     }
     if (const KtNodeEntry* taken = universe->find(name))
     {
-        KrMsgError("[kr] %s: The node entry \"%s\" is declared already by %s. Skipping the second; rename "
-                   "one of them.",
-                   sourceName(universe->pluginBeingLoaded()), name, sourceName(taken->file));
+        if (universe->pluginBeingLoaded())
+            universe->noteTaken(*taken);
+        else
+            zelk::renderer::reportTaken(nullptr, {taken});
         return nullptr;
     }
     return &universe->add(name, nodeType, outputType);

@@ -142,8 +142,11 @@ void Universe::declareEntriesOf(const Plugin& plugin)
             plugin.file.c_str());
         return;
     }
+    // A plug-in may load others while it declares its entries.
     const char* outer = m_plugin;
     m_plugin = m_arena.keep(plugin.file);
+    std::vector<const KtNodeEntry*> taken;
+    taken.swap(m_taken);
     try
     {
         declare();
@@ -160,6 +163,8 @@ void Universe::declareEntriesOf(const Plugin& plugin)
             "[kr] The plug-in %s stopped declaring its entries. What it has declared stays; repair it.",
             plugin.file.c_str());
     }
+    taken.swap(m_taken);
+    reportTaken(m_plugin, taken);
     m_plugin = outer;
 }
 

@@ -90,6 +90,10 @@ public:
     /// Path of the plug-in being loaded; null between plug-ins.
     const char* pluginBeingLoaded() const { return m_plugin; }
 
+    /// Notes that the plug-in being loaded declares the name of an entry that there is. It is said when the plug-in is
+    /// through, in one message for each owner of such names: a plug-in that is there twice has many of them.
+    void noteTaken(const KtNodeEntry& owner) { m_taken.push_back(&owner); }
+
 private:
     struct Plugin
     {
@@ -105,10 +109,15 @@ private:
     NameIndex m_names;
     std::vector<Plugin> m_plugins;
     const char* m_plugin = nullptr;
+    std::vector<const KtNodeEntry*> m_taken; ///< see noteTaken(), of the plug-in being loaded
     std::deque<KtLeftOut> m_leftOut;
 };
 
 /// Declares the cameras, lights and shapes that come with the renderer itself.
 void declareBuiltins();
+
+/// Reports entries whose names were declared once more, by `plugin` (null: not by a plug-in): a message for each file that
+/// has some of them.
+void reportTaken(const char* plugin, const std::vector<const KtNodeEntry*>& taken);
 
 } // namespace zelk::renderer

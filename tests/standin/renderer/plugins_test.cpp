@@ -135,6 +135,24 @@ TEST(Plugins, ThatDeclareANameTwiceKeepTheFirstAndTheRest)
     EXPECT_NE(KrNodeEntryLookUp("after_twin"), nullptr);
 }
 
+TEST(Plugins, ThatAreThereTwiceAreReportedInOneMessage)
+{
+    Renderer renderer;
+    const std::string first = SHADER_PLUGIN_DIR "/korvan_shaders.so";
+    KrLoadPlugins(SHADER_PLUGIN_DIR);
+    const std::filesystem::path second =
+        std::filesystem::temp_directory_path() / ("kr_twice_" + std::to_string(getpid()));
+    std::filesystem::create_directory(second);
+    std::filesystem::copy_file(first, second / "copy.so");
+    KrLoadPlugins(second.c_str());
+    std::filesystem::remove_all(second);
+    EXPECT_THAT(renderer.takeMessage(),
+                testing::MatchesRegex(
+                    "error: .kr. .*/copy.so: [0-9]+ node entries are declared already by " + first +
+                    ": \"zelk__standard_surface\", \"zelk__hair_surface\", \"zelk__toon_surface\" and [0-9]+ "
+                    "more. Skipping the second of each; take one of the two away, or rename its entries."));
+}
+
 TEST(Plugins, ThatThrowKeepWhatTheyHaveDeclared)
 {
     Renderer renderer;
