@@ -54,7 +54,7 @@ Examples:
   echo 'print(hou.node("/shop").path())' | kshop python -)";
 
 const char* const env_examples = R"(Examples:
-  kshop env > environment.txt    what belongs into a report of a mistake
+  kshop env > environment.txt 2>&1    what belongs into a report of a mistake
   kshop env --json)";
 
 const char* const listen_examples =
@@ -100,7 +100,7 @@ const char* const tab_examples = R"(Examples:
 
 const char* const preview_examples =
     R"(Shows what an artist will get, on a page in a browser: open the address that is printed. Values, menus, callbacks and
-conditions are those of a real node in this process, and the page follows when a metadata file is saved.
+conditions are those of a real node, and the page follows when a metadata file is saved.
 The address carries a token, and only this machine can reach it. Ctrl-C ends the preview.
 
 Examples:
