@@ -5,6 +5,7 @@
 #include "work.h"
 
 #include <common/cut_off.h>
+#include <common/open_shared.h>
 
 #include <dlfcn.h>
 
@@ -29,36 +30,6 @@ std::string realPath(const std::string& file)
     std::error_code failed;
     const fs::path path = fs::canonical(file, failed);
     return failed ? file : path.string();
-}
-
-// A shared object, or why there is none.
-struct Opened
-{
-    void* handle;
-    std::string why;
-};
-
-// Opening runs the constructors of the plug-in's own objects. What these throw comes through dlopen(), whose handle is
-// lost then; the plug-in stays in memory and is asked nothing. The system keeps its loader locked for other threads then, for
-// which there is no remedy here. dlopen() is declared as one that never throws, and the
-// compiler would leave out the handlers around it: hence the pointer, which it cannot see through.
-void* (*const volatile open_shared)(const char*, int) = &dlopen;
-
-Opened openShared(const std::string& file)
-{
-    try
-    {
-        void* handle = open_shared(file.c_str(), RTLD_NOW | RTLD_LOCAL);
-        return {handle, handle ? "" : dlerror()};
-    }
-    catch (const std::exception& problem)
-    {
-        return {nullptr, std::string("its constructors threw: ") + problem.what()};
-    }
-    catch (...)
-    {
-        return {nullptr, "its constructors threw something that is no standard exception"};
-    }
 }
 
 // dlsym() gives data pointers only.
@@ -119,7 +90,7 @@ void Universe::loadPlugin(const std::string& file)
             static_cast<unsigned long long>(cut->size));
         return;
     }
-    const Opened opened = openShared(file);
+    const standin::OpenedShared opened = standin::openShared(file);
     if (!opened.handle)
     {
         KrMsgError(

@@ -8,6 +8,7 @@
 #include <OP/OP_Node.h>
 #include <OP/OP_OperatorTable.h>
 #include <SYS/SYS_Version.h>
+#include <common/open_shared.h>
 #include <standin/host.h>
 #include <standin/plugin_versions.h>
 
@@ -106,8 +107,7 @@ std::string objection(const PluginVersions& versions, const std::vector<std::str
     const std::string missing = missingExports(versions);
     if (hooks.empty())
         return "it has no entry points (such as newVopOperator or newShopOperator), so it is no plug-in. "
-               "Export one, "
-               "or move the file out of the plug-in path.";
+               "Export one, or move the file out of the plug-in path.";
     if (!missing.empty())
         return "it does not say what it was made for: it exports no " + missing +
                ". Build it with UT/UT_DSOVersion.h in one of its sources and MAKING_DSO defined.";
@@ -139,28 +139,16 @@ std::string thrownBy(const std::function<void()>& action)
     }
 }
 
-// dlopen() is declared as one that never throws, and the compiler would leave out the handlers around it: hence the
-// pointer, which it cannot see through.
-void* (*const volatile open_shared)(const char*, int) = &dlopen;
-
 /// Opens a file that has passed for a shared object; without a handle, `reason` says why.
-///
-/// What the constructors of its own objects throw comes through dlopen(), whose handle is lost then: the file stays in
-/// memory and is asked nothing. The system keeps its loader locked for other threads then, for which there is no
-/// remedy here.
-void* openShared(const std::string& path, std::string& reason)
+void* openFile(const std::string& path, std::string& reason)
 {
-    void* handle = nullptr;
-    const std::string thrown = thrownBy([&] { handle = open_shared(path.c_str(), RTLD_NOW | RTLD_LOCAL); });
-    const char* why = handle || !thrown.empty() ? nullptr : dlerror();
-    if (!thrown.empty())
-        reason = "its constructors threw " + thrown +
-                 ". This is a fault of the plug-in; repair it, or take it off "
-                 "the plug-in path.";
-    else if (!handle)
-        reason = std::string("the system cannot open it: ") + (why ? why : "unknown reason") +
+    const OpenedShared opened = openShared(path);
+    if (opened.threw)
+        reason = opened.why + ". This is a fault of the plug-in; repair it, or take it off the plug-in path.";
+    else if (!opened.handle)
+        reason = "the system cannot open it: " + opened.why +
                  ". Rebuild it, or put what it needs where it can be found.";
-    return handle;
+    return opened.handle;
 }
 
 Plugin openPlugin(const std::string& path)
@@ -169,7 +157,7 @@ Plugin openPlugin(const std::string& path)
     plugin.report.reason = objectionToFile(path);
     if (!plugin.report.reason.empty())
         return plugin;
-    void* handle = openShared(path, plugin.report.reason);
+    void* handle = openFile(path, plugin.report.reason);
     if (!handle)
         return plugin;
     plugin.report.hooks = exportedHooks(handle);
