@@ -93,7 +93,8 @@ const char* findSeparator(const Bytes& line)
     return line.end;
 }
 
-bool isPassedOn(const Bytes& type)
+/// Whether nodes of a type, one of the host's own, only pass values on.
+bool passesValuesOn(const Bytes& type)
 {
     static const char* const types[] = {"null", "subnet", "subinput", "suboutput"};
     return std::any_of(std::begin(types), std::end(types), [&type](const char* t) { return type.equals(t); });
@@ -158,7 +159,7 @@ private:
         m_next = &TypeScan::findNode;
         if (type.startsWith("korvan::"))
             ++m_korvanNodes;
-        else if (!isPassedOn(type))
+        else if (!passesValuesOn(type))
             m_good = false;
     }
 

@@ -233,7 +233,8 @@ typedef int OP_Count;
 
     def test_find_a_function_and_a_table_that_are_gone(self):
         row = "| `OP_Node` | a class | {} |\n"
-        for place in ("`a.cpp`: shown()", "`a.cpp`: Shown::kept()", "`a.cpp`: shown", "`a.cpp`; the table shown_rows", "each shown()"):
+        for place in ("`a.cpp`: shown()", "`a.cpp`: Shown::kept()", "`a.cpp`: shown", "`a.cpp`; the table shown_rows",
+                      "each shown()"):
             with self.subTest(place):
                 code = "OP_Node shown_rows[] = {Shown::kept()};\nvoid shown();\n"
                 self.assertEqual(self.found(code, row.format(place)), [])

@@ -74,8 +74,9 @@ private:
     std::unique_ptr<Tree> m_tree;
 };
 
-/// Expands $VAR, ${VAR} and `expression` in a text; a backslash before '$' or '`' makes that an ordinary character. Unknown variables stay as typed. False with a sentence in `error` when a backquoted expression
-/// has no value; the rest of the text is expanded all the same.
+/// Expands $VAR, ${VAR} and `expression` in a text; a backslash before '$' or '`' makes that an ordinary character.
+/// Unknown variables stay as typed. False, with a sentence in `error`, when a backquoted expression has no value; the
+/// rest of the text is expanded all the same.
 bool CHexpandString(const char* text, CH_ExprContext& context, std::string& result, std::string& error);
 
 /// Whether expanding the text asks for the time.

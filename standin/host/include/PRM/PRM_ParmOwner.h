@@ -43,7 +43,8 @@ public:
     virtual int connectedInputCount() const = 0;
     virtual bool isInputConnected(int index) const = 0;
 
-    /// Keeps `sentence` as the error of one component (or PRM_MENU_ERROR, PRM_CALLBACK_ERROR); an empty one says that all is well again.
+    /// Keeps `sentence` as the error of one component (or PRM_MENU_ERROR, PRM_CALLBACK_ERROR); an empty one says that
+    /// all is well again.
     virtual void setParmError(const PRM_Parm& parm, int component, const std::string& sentence) = 0;
 };
 
