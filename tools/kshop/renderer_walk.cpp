@@ -47,19 +47,6 @@ bool asksToBeSkipped(const KtNodeEntry* entry)
     return KrMetaDataGetBool(entry, nullptr, "houdini.skip", &skip) && skip;
 }
 
-/// Why an entry is none that the plug-in registers; empty when it is one.
-std::string whyNotWanted(const KtNodeEntry* entry)
-{
-    const int kind = KrNodeEntryGetType(entry);
-    if (kind != KR_NODE_CAMERA && kind != KR_NODE_SHADER)
-        return fmt::format("it is {}, neither a shader nor a camera", kindText(kind));
-    if (asksToBeSkipped(entry))
-        return "its metadata skips it (\"houdini.skip\" is true)";
-    if (kind == KR_NODE_CAMERA && !KrNodeEntryGetFilename(entry))
-        return "it is a camera built into the renderer; only cameras of plug-ins become node types";
-    return "";
-}
-
 /// Goes through the entries in their order and remembers who took which name.
 class Walk
 {
@@ -119,6 +106,18 @@ std::set<std::string> parameterNamesOf(const KtNodeEntry* entry)
 }
 
 } // namespace
+
+std::string whyNotWanted(const KtNodeEntry* entry)
+{
+    const int kind = KrNodeEntryGetType(entry);
+    if (kind != KR_NODE_CAMERA && kind != KR_NODE_SHADER)
+        return fmt::format("it is {}, neither a shader nor a camera", kindText(kind));
+    if (asksToBeSkipped(entry))
+        return "its metadata skips it (\"houdini.skip\" is true)";
+    if (kind == KR_NODE_CAMERA && !KrNodeEntryGetFilename(entry))
+        return "it is a camera built into the renderer; only cameras of plug-ins become node types";
+    return "";
+}
 
 std::map<std::string, std::set<std::string>> findParameterNames()
 {

@@ -3,6 +3,8 @@
 
 #include "running_renderer.h"
 
+#include <kr.h>
+
 #include <map>
 #include <set>
 #include <string>
@@ -19,6 +21,10 @@ struct UnregisteredEntry
     std::string name;
     std::string reason; ///< a sentence without its full stop
 };
+
+/// Why an entry of the running renderer is none that the plug-in makes a node type of: the rest of a sentence; empty when
+/// it is one.
+std::string whyNotWanted(const KtNodeEntry* entry);
 
 /// Starts the renderer once more with the same files and goes through all its entries. Silent: what there is to say
 /// about the files was said when the plug-in loaded them. `registered` are the operators of the shader-network table.

@@ -1,6 +1,7 @@
 #include "model.h"
 
 #include "../operator_facts.h"
+#include "../renderer_walk.h"
 #include "../text.h"
 
 #include <OP/OP_Operator.h>
@@ -81,15 +82,6 @@ Parameter readParameter(const KtNodeEntry* entry, const KtParamEntry* param, boo
         read.items.emplace_back(*items);
     read.unseen = whyUnseen(read, ofCamera);
     return read;
-}
-
-std::string whyUnseen(const Shader& shader, const KtNodeEntry* entry)
-{
-    if (shader.keys.isSet("houdini.skip"))
-        return "\"houdini.skip\" is true for it";
-    if (shader.isCamera && !KrNodeEntryGetFilename(entry))
-        return "it is a camera of the renderer itself";
-    return "";
 }
 
 std::vector<Extra> readExtras(const Keys& keys)
@@ -194,7 +186,7 @@ Shader::Shader(const KtNodeEntry* rendererEntry)
       keys(rendererEntry, nullptr),
       place(tablePlace(rendererEntry, nullptr))
 {
-    unseen = whyUnseen(*this, rendererEntry);
+    isWanted = whyNotWanted(rendererEntry).empty();
     const int count = KrNodeEntryGetNumParams(rendererEntry);
     parameters.reserve(static_cast<std::size_t>(count));
     for (int i = 0; i < count; ++i)
@@ -261,7 +253,7 @@ Library::Library(const std::vector<OP_Operator*>& operators) : leftOut(readLeftO
     {
         shaders.emplace_back(KrNodeEntryIteratorGetNext(entries));
         Shader& shader = shaders.back();
-        const auto found = shader.unseen.empty() ? made.find(shader.type) : made.end();
+        const auto found = shader.isWanted ? made.find(shader.type) : made.end();
         if (found == made.end())
             continue;
         shader.take(readOperator(*found->second).templates);

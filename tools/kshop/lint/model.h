@@ -62,7 +62,7 @@ struct Parameter
     std::optional<KtParamValue> value; ///< the default; of an array its array
     Keys keys;
     KtPlace place;              ///< its table, else the shader's
-    std::string unseen;         ///< why it has no field: "..."; empty when it should have one
+    std::string unseen;         ///< why it has no field: a sentence; empty when it should have one
     const TemplateFacts* field; ///< what the plug-in made of it, of an array its element; null when nothing
 };
 
@@ -84,7 +84,7 @@ struct Shader
     std::string name;
     std::string type; ///< of nodes: "korvan::image"
     bool isCamera;
-    std::string unseen; ///< why it has no node type; empty when it should have one
+    bool isWanted; ///< it should have a node type
     Keys keys;
     KtPlace place; ///< its table, or where it is declared
     std::vector<Parameter> parameters;

@@ -49,7 +49,7 @@ MenuType menuTypeOf(const Parameter& parameter)
 
 bool isShown(const Shader& shader, const Parameter& parameter)
 {
-    return shader.unseen.empty() && parameter.unseen.empty() && !shader.isPartOfRamp(parameter.name);
+    return shader.isWanted && parameter.unseen.empty() && !shader.isPartOfRamp(parameter.name);
 }
 
 /// The place of a key, or of the table when there is none.

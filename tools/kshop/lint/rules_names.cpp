@@ -21,7 +21,7 @@ void checkTypes(const Library& library, Report& report)
     std::map<std::string, const Shader*> owners;
     for (const Shader& shader : library.shaders)
     {
-        if (!shader.unseen.empty())
+        if (!shader.isWanted)
             continue;
         if (library.handWritten.count(shader.type) != 0)
             report.add(shader.place, shader.name, "",

@@ -39,7 +39,7 @@ std::string whyNothing(const Shader& shader, const std::string& word, const std:
 void checkNames(const Shader& shader, Report& report)
 {
     const Key* key = shader.keys.findText(key_name);
-    if (!key || !shader.unseen.empty())
+    if (!key || !shader.isWanted)
         return;
     const std::vector<std::string> names = fieldNames(shader);
     std::set<std::string> told;
@@ -59,7 +59,7 @@ void checkNames(const Shader& shader, Report& report)
 void checkRepeats(const Shader& shader, Report& report)
 {
     const Key* key = shader.keys.findText(key_name);
-    if (!key || !shader.unseen.empty())
+    if (!key || !shader.isWanted)
         return;
     std::set<std::string> seen, told;
     for (const std::string& word : wordsOf(shader))
