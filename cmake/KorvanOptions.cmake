@@ -58,4 +58,5 @@ option(KORVAN_FUZZ "Build the fuzzers: needs clang, and instruments everything" 
 if(KORVAN_FUZZ)
     add_compile_options(-fsanitize=fuzzer-no-link,address,undefined -fno-omit-frame-pointer -fno-sanitize-recover=all)
     add_link_options(-fsanitize=address,undefined)
+    set(KORVAN_PROCESS_SUPPLIES ON) # what the compiler puts in: it is in the program only
 endif()

@@ -34,6 +34,7 @@ target_compile_options(zelk_host INTERFACE
     -Wno-unused-parameter -Wno-attributes)
 target_link_directories(zelk_host INTERFACE ${HFS}/dsolib)
 target_link_libraries(zelk_host INTERFACE HoudiniOP2 HoudiniOP1)
+set(KORVAN_PROCESS_SUPPLIES ON) # what the toolkit keeps in its other libraries
 
 add_library(zelk_renderer INTERFACE)
 add_library(zelk::renderer ALIAS zelk_renderer)
