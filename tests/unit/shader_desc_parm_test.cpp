@@ -402,8 +402,9 @@ TEST(DefaultOfEnumeration, OutOfTheListHasNoToken)
 TEST(DefaultOfArray, IsItsFirstElement)
 {
     StandinRenderer renderer;
-    KtArray* texts = KrArrayAllocate(1, 1, KR_TYPE_STRING);
+    KtArray* texts = KrArrayAllocate(2, 1, KR_TYPE_STRING);
     static_cast<const char**>(texts->data)[0] = "first";
+    static_cast<const char**>(texts->data)[1] = "second";
     renderer.shader("s").floatArray("f", {0.5f, 9}).arrayParm("t", texts);
 
     EXPECT_EQ(numbersOf(parmOf(renderer, "f"), 1), std::vector<double>{0.5});
@@ -415,7 +416,7 @@ TEST(DefaultOfArray, IsItsFirstElementWhateverItsType)
     StandinRenderer renderer;
     const auto array = [](int type, auto value)
     {
-        KtArray* made = KrArrayAllocate(1, 1, static_cast<uint8_t>(type));
+        KtArray* made = KrArrayAllocate(2, 1, static_cast<uint8_t>(type)); // the second element is zero
         *static_cast<decltype(value)*>(made->data) = value;
         return made;
     };

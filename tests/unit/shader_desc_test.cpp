@@ -271,9 +271,11 @@ TEST(RampOfShader, LastOneReplacesTheCacheOfTheOthers)
 TEST(RampOfShader, WithTwoArgumentsIsKeptBesideItsParameters)
 {
     StandinRenderer renderer;
-    renderer.shader("bad_ramp").floats({"a", "b"}).metaData("houdini.parm.ramp_rgb.r", "a b");
+    renderer.shader("bad_ramp").floats({"a", "b", "c"}).metaData("houdini.parm.ramp_rgb.r", "a b");
 
-    EXPECT_EQ(namesOf(ShaderDesc(renderer.entry("bad_ramp")).parms), (Names{"a", "b", "r"}));
+    const ShaderDesc desc(renderer.entry("bad_ramp"));
+    EXPECT_EQ(namesOf(desc.parms), (Names{"a", "b", "c", "r"}));
+    EXPECT_EQ(namesOf(desc.inputs), (Names{"a", "b", "c"}));
     EXPECT_EQ(renderer.takeErrors(),
               Messages{"[zelk::shop::ShaderDesc] Exactly 3 arguments needed for ramp \"r\", found 2"});
     EXPECT_STREQ(getMetaDataCacheStr("bad_ramp", "a", "houdini.remap"), "");

@@ -1,6 +1,7 @@
 #include "standin_session.h"
 
 #include "shop.h"
+#include "vop_utility.h"
 
 #include <PY/PY_Python.h>
 #include <SHOP/SHOP_OperatorInfo.h>
@@ -182,6 +183,52 @@ TEST(Container, RefusesAssetsWhosePathBeginsWithTheHostsDirectory)
     }
     ::unsetenv("HH");
     EXPECT_TRUE(filter.allowOperatorAsChild(made));
+}
+
+namespace
+{
+
+/// A digital asset made of an empty subnet.
+OP_Operator* newEmptyAsset(const StandinSession& session)
+{
+    const std::string file = (session.folder.path() / "made.hda").string();
+    const std::string script = "import hou\n"
+                               "net = hou.node('/shop').createNode('korvan_vopnet')\n"
+                               "net.createNode('subnet').createDigitalAsset('test::made', '" +
+                               file + "')\n";
+    PYrunPythonStatementsAndExpectNoErrors(script.c_str());
+    return session.vop("test::made");
+}
+
+} // namespace
+
+TEST(Container, RefusesAssetsWithoutKorvanNodes)
+{
+    StandinSession session;
+    session.registerAll();
+    OP_Operator* made = newEmptyAsset(session);
+    ASSERT_NE(made, nullptr);
+    zelk::shop::OP_KorvanMaterialOperatorFilter filter;
+    EXPECT_FALSE(filter.allowOperatorAsChild(made));
+}
+
+TEST(Container, TakesOurTypesAndThePlainOnesWithoutALookAtTheirAsset)
+{
+    StandinSession session;
+    session.registerAll();
+    OP_Operator* made = newEmptyAsset(session);
+    ASSERT_NE(made, nullptr);
+    const std::shared_ptr<OP_OTLLibrary> library(std::shared_ptr<void>(), made->getOTLLibrary());
+    VOP_Operator plain("null", "Null", nullptr, nullptr, 0, 0, "*");
+    zelk::shop::VOP_KorvanUtilityOperator ours("ours", "Ours", nullptr, nullptr, 0, 0, "*");
+    zelk::shop::OP_KorvanMaterialOperatorFilter filter;
+    ::setenv("HH", "", 1);
+    for (OP_Operator* op : {static_cast<OP_Operator*>(&plain), static_cast<OP_Operator*>(&ours)})
+    {
+        op->setOTLLibrary(library, 0);
+        EXPECT_TRUE(filter.allowOperatorAsChild(op)) << op->getName();
+    }
+    ::unsetenv("HH");
 }
 
 TEST(Container, OffersItsNodesInTheTabMenuAndNobodyElseDoes)

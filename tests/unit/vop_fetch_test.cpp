@@ -154,6 +154,7 @@ TEST(FetchTarget, GivesItsOutputsToTheNode)
     node.getOutputName(name, 1);
     EXPECT_STREQ(name, "B") << "a utility node's connector is named as it is labelled";
     EXPECT_EQ(node.outputLabel(2), nullptr);
+    EXPECT_EQ(node.getOutputType(2), VOP_TYPE_UNDEF);
 
     fetch(node, pathOf(source));
     EXPECT_EQ(userData(node), "a:A:3;b:B:2;");

@@ -54,6 +54,15 @@ std::vector<int> allowedTypes(VOP_Node& node, unsigned input)
     return std::vector<int>(allowed.begin(), allowed.end());
 }
 
+/// Asks the node itself: the host would hand it an empty list.
+struct OpenOutput : zelk::shop::VOP_KorvanOutput
+{
+    static void addAllowedTypes(VOP_Node& node, unsigned input, UT_Array<VOP_Type>& types)
+    {
+        (static_cast<VOP_KorvanOutput&>(node).*&OpenOutput::getAllowedInputTypesSubclass)(input, types);
+    }
+};
+
 /// A light filter: a shader whose output fits the light output's growing inputs.
 OP_Node& newFilter(OP_Network& net) { return *net.createNode("korvan::filter"); }
 
@@ -224,6 +233,33 @@ TEST(OutputOperator, KeepsTheLabelsAndTypesThatTheLightOutputDoesNotShow)
     EXPECT_EQ(op->inputs[1]->token, "light_filter");
     EXPECT_EQ(op->inputs[1]->label, "Light Filter");
     EXPECT_EQ(op->inputs[1]->type, 36);
+}
+
+TEST(OutputOperator, KeepsALabelOfEachInputForPeople)
+{
+    StandinSession session;
+    session.registerAll();
+    Names labels;
+    for (const char* type : {"korvan_material", "korvan_environment", "korvan_camera"})
+        for (const auto* input :
+             dynamic_cast<zelk::shop::VOP_KorvanOutputOperator&>(*session.vop(type)).inputs)
+            labels.push_back(input->label);
+    EXPECT_EQ(labels, (Names{"Surface", "Bump", "Displacement", "Volume", "Atmosphere", "Background",
+                             "Camera", "UV Remap", "Filtermap"}));
+}
+
+TEST(OutputInput, AddsItsTypeToTheOnesThatAreThere)
+{
+    StandinSession session;
+    session.registerAll();
+    for (const char* type : {"korvan_material", "korvan_light"})
+    {
+        UT_Array<VOP_Type> types;
+        types.append(VOP_TYPE_STRING);
+        OpenOutput::addAllowedTypes(newOutput(session.container(), type), 1, types);
+        ASSERT_EQ(types.entries(), 2) << type;
+        EXPECT_EQ(types(0), VOP_TYPE_STRING) << type;
+    }
 }
 
 TEST(OutputInput, ThrowsOutOfRangeWhenThereIsNone)

@@ -120,6 +120,29 @@ TEST_P(RampNode, StartsWithTwoKeysSevenInputsAndTheCustomPattern)
     EXPECT_EQ(channelIndex(ramp, GetParam().valueParm), 4);
 }
 
+TEST_P(RampNode, HasAParameterForItsInputItsPatternAndItsKeys)
+{
+    StandinSession session;
+    VOP_Node& ramp = newRamp(session, GetParam().type);
+    const PRM_Template& input = *ramp.getParm(0).getTemplatePtr();
+    const PRM_Template& pattern = *ramp.getParm(1).getTemplatePtr();
+    const PRM_Template& keys = *ramp.getParm(2).getTemplatePtr();
+    EXPECT_TRUE(input.getType() == PRM_FLT_J);
+    EXPECT_EQ(input.getFactoryDefaults(), nullptr);
+    EXPECT_EQ(input.getChoiceListPtr(), nullptr);
+    EXPECT_TRUE(pattern.getType() == PRM_STRING);
+    EXPECT_EQ(keys.getMultiType(),
+              GetParam().elementType == KR_TYPE_RGB ? PRM_MULTITYPE_RAMP_RGB : PRM_MULTITYPE_RAMP_FLT);
+    EXPECT_EQ(keys.getMultiParmTemplate(), nullptr);
+    EXPECT_EQ((Names{input.getLabel(), pattern.getLabel(), keys.getLabel()}),
+              (Names{"Input", "Pattern", "Ramp"}));
+    for (const PRM_Template* tmpl : {&input, &pattern})
+    {
+        EXPECT_EQ(tmpl->getVectorSize(), 1);
+        EXPECT_EQ(tmpl->getParmGroup(), 1);
+    }
+}
+
 TEST_P(RampNode, OffersItsPatternsByToken)
 {
     StandinSession session;
@@ -303,11 +326,13 @@ TEST_P(RampNode, SendsKeysAsTheyAreAtTheCurrentTime)
     StandinSession session;
     VOP_Node& ramp = newRamp(session, GetParam().type);
     ramp.getParm("ramp1pos").setExpression(0, "$T", CH_OLD_EXPR_LANGUAGE, true, 0);
+    ramp.getParm("ramp1interp").setExpression(0, "4 * $T", CH_OLD_EXPR_LANGUAGE, true, 0);
     CHgetManager()->setEvalTime(0.5);
     SentRecords sent;
     ramp.setFloat("ramp2pos", 0, 0, 1);
     ASSERT_EQ(sent.count(), 1u);
     EXPECT_EQ(floats(sent.at(0).at("position")), (std::vector<float>{0.5f, 1}));
+    EXPECT_EQ(ints(sent.at(0).at("interpolation")), (std::vector<std::int32_t>{2, 1}));
 }
 
 TEST_P(RampNode, SendsItsInputAndPatternAsTheyAreAtTheCurrentTime)
@@ -321,6 +346,17 @@ TEST_P(RampNode, SendsItsInputAndPatternAsTheyAreAtTheCurrentTime)
     ASSERT_EQ(sent.count(), 2u);
     EXPECT_EQ(sent.at(0).at("input").value.flt, 1);
     EXPECT_EQ(sent.at(1).at("type").str, "t1");
+}
+
+TEST(RampColour, IsSentWithItsComponentsInTheirOrder)
+{
+    StandinSession session;
+    VOP_Node& ramp = newRamp(session, "korvan::ramp_rgb");
+    SentRecords sent;
+    for (int c = 0; c < 3; ++c)
+        ramp.setFloat("ramp2c", c, 0, 0.25 * (c + 1));
+    ASSERT_EQ(sent.count(), 3u);
+    EXPECT_EQ(floats(sent.at(2).at("color")), (std::vector<float>{0, 0, 0, 0.25f, 0.5f, 0.75f}));
 }
 
 class RampKeyCount : public ::testing::TestWithParam<std::tuple<std::string, int>>

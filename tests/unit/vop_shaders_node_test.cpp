@@ -96,6 +96,20 @@ TEST(ShaderNode, AllowsAnInputOnlyItsOwnType)
     EXPECT_EQ(types(0), VOP_TYPE_VECTOR);
 }
 
+TEST(ShaderNode, AddsAnInputsTypeToTheOnesThatAreThere)
+{
+    StandinSession session;
+    session.renderer.shader("mix").parm("base_color", KR_TYPE_RGB, rgbValue(0, 0, 0));
+    session.registerAll();
+
+    UT_Array<VOP_Type> types;
+    types.append(VOP_TYPE_STRING);
+    OpenShader::allowedTypesOf(shaderNode(session.container(), "korvan::mix"), 0, types);
+    ASSERT_EQ(types.entries(), 2);
+    EXPECT_EQ(types(0), VOP_TYPE_STRING);
+    EXPECT_EQ(types(1), VOP_TYPE_VECTOR);
+}
+
 TEST(ShaderNode, AnswersForInputsThatDoNotExist)
 {
     StandinSession session;
@@ -242,6 +256,27 @@ TEST(ParmFlags, MixParameterAndInputIndices)
     EXPECT_TRUE(isEnabled(node, "b"));
 }
 
+TEST(ParmFlags, FollowTheConditionsOfAsManyParametersAsThereAreInputs)
+{
+    // "b" is the parameter of the second input and the third parameter: enabled for the wire that it lacks, whatever its
+    // own condition says.
+    StandinSession session;
+    session.renderer.shader("mix", KR_TYPE_FLOAT)
+        .floats({"fixed", "a", "b"})
+        .parm("off", KR_TYPE_INT, intValue(0))
+        .parmMetaData("fixed", "linkable", false)
+        .parmMetaData("off", "linkable", false)
+        .parmMetaData("a", "houdini.disable_when", "{ off == 1 }")
+        .parmMetaData("b", "houdini.disable_when", "{ off == 1 }");
+    session.registerAll();
+    VOP_Node& node = shaderNode(session.container(), "korvan::mix");
+    ASSERT_EQ(node.getInputsArraySize(), 2u);
+
+    node.setInt("off", 0, 0, 1);
+    EXPECT_FALSE(isEnabled(node, "a"));
+    EXPECT_TRUE(isEnabled(node, "b"));
+}
+
 TEST(ParmFlags, ReportAChangeOnce)
 {
     StandinSession session;
@@ -251,6 +286,22 @@ TEST(ParmFlags, ReportAChangeOnce)
 
     node.enableParm("b", 0);
     EXPECT_TRUE(OpenShader::updateFlagsOf(node));
+    EXPECT_FALSE(OpenShader::updateFlagsOf(node));
+}
+
+TEST(ParmFlags, ReportAChangeOfAnyParameterEitherWay)
+{
+    StandinSession session;
+    declareMix(session.renderer);
+    session.registerAll();
+    OP_Network& net = session.container();
+    VOP_Node &source = shaderNode(net, "korvan::mix"), &node = shaderNode(net, "korvan::mix");
+
+    node.enableParm("a", 0);
+    EXPECT_TRUE(OpenShader::updateFlagsOf(node)) << "the first of two";
+    node.setInput(0, &source);
+    node.enableParm("a", 1);
+    EXPECT_TRUE(OpenShader::updateFlagsOf(node)) << "disabled by its wire";
     EXPECT_FALSE(OpenShader::updateFlagsOf(node));
 }
 
@@ -325,6 +376,16 @@ TEST(CreationScript, ShowsAllOfFourInputs) { EXPECT_EQ(detailOf(nullptr, 4), ' '
 TEST(CreationScript, ShowsOnlyConnectedOnesOfFiveInputs) { EXPECT_EQ(detailOf(nullptr, 5), 'M'); }
 TEST(CreationScript, TakesTheShadersWordForMuch) { EXPECT_EQ(detailOf("high", 5), 'H'); }
 TEST(CreationScript, TakesTheShadersWordForLittle) { EXPECT_EQ(detailOf("low", 1), 'L'); }
+
+TEST(CreationScript, CountsInputsAndNotParameters)
+{
+    StandinSession session;
+    session.renderer.shader("s").floats({"a", "b", "c", "d", "e"}).parmMetaData("e", "linkable", false);
+    session.registerAll();
+    VOP_Node& node = shaderNode(session.container(), "korvan::s");
+    ASSERT_TRUE(node.runCreateScript());
+    EXPECT_FALSE(node.getExtraFlag('M'));
+}
 
 TEST(CreationScript, FallsBackToTheNumberOfInputsOnAnUnknownWord)
 {

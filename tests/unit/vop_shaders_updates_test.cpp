@@ -271,6 +271,17 @@ TEST(SilentEdit, OfTheImagesFileIsSentWhenItIsNoText)
     EXPECT_EQ(onlyEntry(sent, "filename").value.flt, 2);
 }
 
+TEST(SilentEdit, IsOneOfTheImagesFileWithoutThePrefixToo)
+{
+    StandinSession session;
+    session.renderer.shader("image").parm("filename", KR_TYPE_STRING, stringValue(""));
+    session.registerAll();
+    OP_Node& node = newNode(session.container(), "korvan::image");
+    SentRecords sent;
+    node.setString("a.tx", CH_STRING_LITERAL, "filename", 0, 0);
+    EXPECT_EQ(sent.count(), 0u) << "it goes by the operator's name";
+}
+
 TEST(SilentEdit, OfAnotherShadersFileNameIsSent)
 {
     StandinSession session;
@@ -293,6 +304,21 @@ TEST(SilentEdit, OfUnknownParametersOnlyRedrawsTheTile)
 
     EXPECT_EQ(standin::redrawCount(node), before + 2);
     EXPECT_EQ(sent.count(), 0u);
+}
+
+TEST(SilentEdit, IsOneOfAParameterThatTheNodeHasForItself)
+{
+    static PRM_Name name("own", "Own");
+    static PRM_Template templates[] = {PRM_Template(PRM_FLT, 1, &name), PRM_Template()};
+    StandinSession session;
+    OP_Node& node = nodeWithParm(session, KR_TYPE_FLOAT);
+    node.addSpareParms(templates);
+    SentRecords sent;
+    const int before = standin::redrawCount(node);
+    node.setFloat("own", 0, 0, 0.5);
+    EXPECT_EQ(node.evalFloat("own", 0, 0), 0.5);
+    EXPECT_EQ(standin::redrawCount(node), before + 1);
+    EXPECT_EQ(sent.count(), 0u) << "the description knows nothing of it";
 }
 
 TEST(SilentEdit, IsOneOfARampThatTheMetadataDeclares)
@@ -562,6 +588,37 @@ TEST(CameraEdit, IsSilentWhenTheShaderIsNotWired)
     SentRecords sent;
     lens.setFloat("squeeze", 0, 0, 2);
     EXPECT_EQ(sent.count(), 0u);
+}
+
+TEST(CameraEdit, GoesToTheCamerasWhateverConnectorTheShaderHas)
+{
+    StandinSession session;
+    session.renderer.camera("lens").floats({"squeeze"}).metaData("houdini.shader_type", "light_filter");
+    session.registerAll();
+    OP_Network& net = session.container();
+    OP_Node& lens = newNode(net, "korvan::lens");
+    newNode(net, "korvan_light").setInput(1, &lens);
+    SentRecords sent;
+    lens.setFloat("squeeze", 0, 0, 1);
+    EXPECT_EQ(sent.count(), 0u) << "there is no camera";
+    cameraObject("/shop");
+    lens.setFloat("squeeze", 0, 0, 2);
+    EXPECT_EQ(sent.targets(), (std::vector<std::string>{"/obj/cam1"}));
+}
+
+TEST(CameraEdit, IsSentWhicheverOutputOfTheShaderIsWired)
+{
+    StandinSession session;
+    EntryBuilder(KrDeclareNode("lens", KR_NODE_CAMERA, KR_TYPE_RGB)).file("cameras.so").floats({"squeeze"});
+    session.registerAll();
+    OP_Network& net = session.container();
+    OP_Node& lens = newNode(net, "korvan::lens");
+    cameraObject("/shop");
+    ASSERT_EQ(newNode(net, "korvan::ramp_float").setInput(0, &lens, 1), UT_ERROR_NONE);
+    ASSERT_EQ(lens.nOutputs(0), 0u);
+    SentRecords sent;
+    lens.setFloat("squeeze", 0, 0, 2);
+    EXPECT_EQ(sent.targets(), (std::vector<std::string>{"/obj/cam1"}));
 }
 
 TEST(CameraEdit, ReachesAThousandCamerasInTheirOrder)
