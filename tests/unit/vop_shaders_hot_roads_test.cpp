@@ -141,9 +141,9 @@ TEST(HotRoad, OfAnEditAllocatesItsRecordAndItsPath)
     const auto sendRecord = [&]
     {
         zelk::ipr::Delta delta;
-        delta.nodePath = path;
+        delta.nodePath = path.c_str(); // a text of its own: strings of the old ABI would share this one
         delta.entryName = "long";
-        delta[name].type = KR_TYPE_FLOAT;
+        delta[name.c_str()].type = KR_TYPE_FLOAT;
         zelk::ipr::DeltaPublisher::instance().send(delta.serialize());
     };
     sendRecord();
