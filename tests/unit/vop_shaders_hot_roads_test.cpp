@@ -4,6 +4,7 @@
 
 #include "vop_shaders.h"
 
+#include <UT/UT_WorkBuffer.h>
 #include <VOP/VOP_Node.h>
 #include <zelk/ipr/delta.h>
 #include <zelk/ipr/publisher.h>
@@ -41,6 +42,14 @@ public:
         VOP_KorvanShader& shader = static_cast<VOP_KorvanShader&>(node);
         (shader.*&OpenShader::updateParmDisableConditional)(shader.getParm(index), true, nullptr);
         shader.enableParm(parm, 1);
+    }
+
+    /// The path, put together in a buffer of the host.
+    static std::string pathOf(OP_Node& node)
+    {
+        UT_WorkBuffer path;
+        (static_cast<VOP_KorvanShader&>(node).*&OpenShader::doGetFullPath)(path);
+        return path.buffer();
     }
 };
 
@@ -149,11 +158,16 @@ TEST(HotRoad, OfAnEditAllocatesItsRecordAndItsPath)
     sendRecord();
     shader.sendEvent(parm);
 
-    const std::size_t record = allocationsOf(sendRecord),
+    std::size_t letters = 0;
+    const auto makeTexts = [&]
+    {
+        letters += OpenShader::pathOf(*shader.node).size();
+        letters += std::string(name.c_str()).size(); // looked up as a text of its own
+    };
+    const std::size_t record = allocationsOf(sendRecord), texts = allocationsOf(makeTexts),
                       silent = allocationsOf([&] { shader.sendEvent(-1); }),
                       edit = allocationsOf([&] { shader.sendEvent(parm); });
-    // The path is put together in the host's buffer; the name is looked up as a text of its own.
-    const std::size_t path_and_name = 4;
+    EXPECT_GT(letters, path.size());
     EXPECT_GE(edit, silent + record);
-    EXPECT_LE(edit, silent + record + path_and_name);
+    EXPECT_LE(edit, silent + record + texts);
 }
