@@ -41,29 +41,29 @@ private:
 /// The host's event for an edited parameter; -1: for no parameter in particular.
 void sendParmEvent(OP_Node& node, int parm);
 
-/// What one edit took, sample by sample: by the host's event, by the event without a record, and by the floor.
+/// What one edit took, sample by sample: by the host's event ("event"), by the event without a record ("silent"), and by
+/// that one with the floor's work behind it ("bare"): the floor is to meet the caches as the host's own work leaves them.
 class EditTimes
 {
 public:
     typedef std::function<void()> Run;
 
     /// Takes one sample of each, right after one another so that all meet the same machine.
-    /// @param clock  the microseconds that a run takes
-    void sample(const std::function<double(const Run&)>& clock, const Run& event, const Run& silent,
-                const Run& floor);
+    /// @param runs  how often each runs in a row; a sample is what one of them took in processor time of this thread
+    void sample(int runs, const Run& event, const Run& silent, const Run& floor);
 
     const Times& event() const { return m_event; }
     const Times& silent() const { return m_silent; }
-    const Times& floor() const { return m_floor; }
 
     /// The event without what the host does for any event.
     double ours() const { return median(m_event) - median(m_silent); }
-    double strictRatio() const { return ours() / median(m_floor); }
+    double floor() const { return median(m_bare) - median(m_silent); }
+    double strictRatio() const { return ours() / floor(); }
     /// With the host's share on both sides.
-    double wholeRatio() const { return median(m_event) / (median(m_silent) + median(m_floor)); }
+    double wholeRatio() const { return median(m_event) / median(m_bare); }
 
 private:
-    Times m_event, m_silent, m_floor;
+    Times m_event, m_silent, m_bare;
 };
 
 /// The whole program of a benchmark in such a scene; see runBenchmarks().
