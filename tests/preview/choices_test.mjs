@@ -76,6 +76,23 @@ pageTest("each button of a strip is one bit", CHOICES, async (s) => {
   await eventually(async () => assert.deepEqual(await pressed.allInnerTexts(), ["Shadow", "Diffuse"]));
 });
 
+pageTest("a button pressed between the answers to two others takes neither back", CHOICES, async (s) => {
+  const press = (name) => s.field("seen_by").getByRole("button", { name, exact: true }).click();
+  const edits = []; // each goes on when it is told to
+  await s.page.route("**/api/edit", (route) => edits.push(route));
+  const sent = (count) => eventually(async () => assert.equal(edits.length, count));
+  await press("Shadow");
+  await press("Diffuse");
+  await sent(1);
+  await edits[0].continue();
+  await sent(2); // so the answer to the first is there
+  await press("Camera");
+  await edits[1].continue();
+  await sent(3);
+  await edits[2].continue();
+  await s.nodeHas("seen_by", { value: 2 + 32 });
+});
+
 pageTest("two quick clicks on a strip set two bits", CHOICES, async (s) => {
   await s
     .field("seen_by")

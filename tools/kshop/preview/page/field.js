@@ -13,6 +13,7 @@ export class Field {
     this.parm = parm;
     this.desk = desk;
     this.pending = 0;
+    this.ahead = {}; // what edits under way will have changed of `parm`
     this.id = `field${(ids += 1)}`;
     this.label = el("span", { class: "label", id: this.id });
     this.mark = button("", () => this.desk.showFinding(this.desk.finding(this.parm.token)), {
@@ -50,8 +51,8 @@ export class Field {
 
   /** Takes the node's newest account of the parameter. What a person is just doing here is not disturbed. */
   update(parm) {
-    this.told = parm; // `this.parm` may run ahead of it while an edit is under way
-    this.parm = parm;
+    this.told = parm;
+    this.parm = { ...parm, ...this.ahead }; // an answer to the edit before the last one takes nothing back
     setText(this.label, parm.label_shown === false ? "" : (parm.label ?? ""));
     this.element.hidden = !isShown(parm);
     this.element.classList.toggle("changed", Boolean(parm.changed));
@@ -89,6 +90,12 @@ export class Field {
     setText(this.error, sentence ?? "");
   }
 
+  /** What is done next starts from these, before the answer to the edit is there. */
+  runAhead(changes) {
+    this.ahead = { ...this.ahead, ...changes };
+    this.parm = { ...this.parm, ...changes };
+  }
+
   /** Sends an edit. When it is refused its sentence appears here and the field goes back to what the node has. */
   async send(body) {
     this.pending += 1;
@@ -101,6 +108,7 @@ export class Field {
     }
     this.pending -= 1;
     if (this.pending > 0) return;
+    this.ahead = {};
     this.parm = this.told;
     this.show();
   }

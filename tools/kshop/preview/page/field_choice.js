@@ -39,7 +39,7 @@ export class MenuField extends Field {
   take(index) {
     const [token] = this.items[index];
     const value = typeof this.parm.value === "number" ? index : token;
-    this.parm = { ...this.parm, value, current: token }; // the next arrow key starts from here
+    this.runAhead({ value, current: token }); // for the next arrow key
     this.show();
     return this.set(value);
   }
@@ -117,7 +117,7 @@ export class StripField extends Field {
 
   flip(bit) {
     const value = this.parm.value ^ (1 << bit);
-    this.parm = { ...this.parm, value }; // a second button starts from here, before the answer is there
+    this.runAhead({ value }); // for a second button
     this.set(value);
   }
 

@@ -70,7 +70,7 @@ export class ListField extends Field {
       this.count.set(this.count.shown);
       return;
     }
-    this.parm = { ...this.parm, count }; // a second click counts from here, before the answer is there
+    this.runAhead({ count }); // for a second click
     this.send({ action: "count", token: this.parm.token, count });
   }
 
