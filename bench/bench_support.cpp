@@ -8,7 +8,6 @@
 
 #include <algorithm>
 #include <cerrno>
-#include <chrono>
 #include <cstdio>
 #include <cstdlib>
 #include <fstream>
@@ -52,13 +51,6 @@ double quantile(Times times, double fraction)
     const auto at = times.begin() + static_cast<std::ptrdiff_t>(fraction * last);
     std::nth_element(times.begin(), at, times.end());
     return *at;
-}
-
-double microsecondsOf(const std::function<void()>& run)
-{
-    const auto start = std::chrono::steady_clock::now();
-    run();
-    return std::chrono::duration<double, std::micro>(std::chrono::steady_clock::now() - start).count();
 }
 
 namespace

@@ -42,9 +42,6 @@ double quantile(Times times, double fraction);
 
 inline double median(const Times& times) { return quantile(times, 0.5); }
 
-/// By the clock on the wall: what a person waits for.
-double microsecondsOf(const std::function<void()>& run);
-
 /// Processor time of the calling thread: for work that waits for nothing, the same on a busy machine.
 double processorMicrosecondsOf(const std::function<void()>& run);
 

@@ -337,8 +337,7 @@ void reportRow(const Result& result)
 void printTable()
 {
     std::printf("\nmicroseconds of the host's thread, from its event to the return of send(); ratios are "
-                "those of the "
-                "medians\n\n");
+                "those of the medians\n\n");
     std::printf("%-13s %9s %10s %9s %12s %11s %7s\n", "edit of", "event p50", "silent p50", "floor p50",
                 "strict ratio", "whole ratio", "bytes");
     for (const Result& result : results)
@@ -350,8 +349,7 @@ void printTable()
                     result.times.wholeRatio(), result.bytes);
     }
     std::printf("\n'silent' is the event without a record: the host's refresh and redraw. Cameras look "
-                "through another "
-                "shader,\nso that their edit sends nothing.\n");
+                "through another shader,\nso that their edit sends nothing.\n");
 }
 
 } // namespace

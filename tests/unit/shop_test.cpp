@@ -150,20 +150,32 @@ TEST(Container, TakesThePlainNodesByTheirExactNames)
     EXPECT_FALSE(filter.allowOperatorAsChild(nullptr));
 }
 
+namespace
+{
+
+std::string assetFile(const StandinSession& session) { return (session.folder.path() / "made.hda").string(); }
+
+/// A digital asset made of a subnet, which is empty or holds a node of that type.
+OP_Operator* newAsset(const StandinSession& session, const std::string& child = "")
+{
+    const std::string script = "import hou\n"
+                               "net = hou.node('/shop').createNode('korvan_vopnet')\n"
+                               "subnet = net.createNode('subnet')\n" +
+                               (child.empty() ? child : "subnet.createNode('" + child + "')\n") +
+                               "subnet.createDigitalAsset('test::made', '" + assetFile(session) + "')\n";
+    PYrunPythonStatementsAndExpectNoErrors(script.c_str());
+    return session.vop("test::made");
+}
+
+} // namespace
+
 TEST(Container, RefusesAssetsWhosePathBeginsWithTheHostsDirectory)
 {
     StandinSession session;
     session.renderer.shader("noise");
     session.registerAll();
-    const std::string file = (session.folder.path() / "made.hda").string();
-    const std::string script = "import hou\n"
-                               "net = hou.node('/shop').createNode('korvan_vopnet')\n"
-                               "subnet = net.createNode('subnet')\n"
-                               "subnet.createNode('korvan::noise')\n"
-                               "subnet.createDigitalAsset('test::made', '" +
-                               file + "')\n";
-    PYrunPythonStatementsAndExpectNoErrors(script.c_str());
-    OP_Operator* made = session.vop("test::made");
+    const std::string file = assetFile(session);
+    OP_Operator* made = newAsset(session, "korvan::noise");
     ASSERT_NE(made, nullptr);
 
     zelk::shop::OP_KorvanMaterialOperatorFilter filter;
@@ -185,28 +197,11 @@ TEST(Container, RefusesAssetsWhosePathBeginsWithTheHostsDirectory)
     EXPECT_TRUE(filter.allowOperatorAsChild(made));
 }
 
-namespace
-{
-
-/// A digital asset made of an empty subnet.
-OP_Operator* newEmptyAsset(const StandinSession& session)
-{
-    const std::string file = (session.folder.path() / "made.hda").string();
-    const std::string script = "import hou\n"
-                               "net = hou.node('/shop').createNode('korvan_vopnet')\n"
-                               "net.createNode('subnet').createDigitalAsset('test::made', '" +
-                               file + "')\n";
-    PYrunPythonStatementsAndExpectNoErrors(script.c_str());
-    return session.vop("test::made");
-}
-
-} // namespace
-
 TEST(Container, RefusesAssetsWithoutKorvanNodes)
 {
     StandinSession session;
     session.registerAll();
-    OP_Operator* made = newEmptyAsset(session);
+    OP_Operator* made = newAsset(session);
     ASSERT_NE(made, nullptr);
     zelk::shop::OP_KorvanMaterialOperatorFilter filter;
     EXPECT_FALSE(filter.allowOperatorAsChild(made));
@@ -216,7 +211,7 @@ TEST(Container, TakesOurTypesAndThePlainOnesWithoutALookAtTheirAsset)
 {
     StandinSession session;
     session.registerAll();
-    OP_Operator* made = newEmptyAsset(session);
+    OP_Operator* made = newAsset(session);
     ASSERT_NE(made, nullptr);
     const std::shared_ptr<OP_OTLLibrary> library(std::shared_ptr<void>(), made->getOTLLibrary());
     VOP_Operator plain("null", "Null", nullptr, nullptr, 0, 0, "*");

@@ -271,26 +271,31 @@ TEST(SilentEdit, OfTheImagesFileIsSentWhenItIsNoText)
     EXPECT_EQ(onlyEntry(sent, "filename").value.flt, 2);
 }
 
-TEST(SilentEdit, IsOneOfTheImagesFileWithoutThePrefixToo)
+namespace
+{
+
+/// How many records an edit of the text "filename" of an entry's node sends.
+std::size_t recordsOfFileEdit(const char* entry, const char* type)
 {
     StandinSession session;
-    session.renderer.shader("image").parm("filename", KR_TYPE_STRING, stringValue(""));
+    session.renderer.shader(entry).parm("filename", KR_TYPE_STRING, stringValue(""));
     session.registerAll();
-    OP_Node& node = newNode(session.container(), "korvan::image");
-    SentRecords sent;
+    OP_Node& node = newNode(session.container(), type);
+    const SentRecords sent;
     node.setString("a.tx", CH_STRING_LITERAL, "filename", 0, 0);
-    EXPECT_EQ(sent.count(), 0u) << "it goes by the operator's name";
+    return sent.count();
+}
+
+} // namespace
+
+TEST(SilentEdit, IsOneOfTheImagesFileWithoutThePrefixToo)
+{
+    EXPECT_EQ(recordsOfFileEdit("image", "korvan::image"), 0u) << "it goes by the operator's name";
 }
 
 TEST(SilentEdit, OfAnotherShadersFileNameIsSent)
 {
-    StandinSession session;
-    session.renderer.shader("zelk__photo").parm("filename", KR_TYPE_STRING, stringValue(""));
-    session.registerAll();
-    OP_Node& node = newNode(session.container(), "korvan::photo");
-    SentRecords sent;
-    node.setString("a.tx", CH_STRING_LITERAL, "filename", 0, 0);
-    EXPECT_EQ(sent.count(), 1u);
+    EXPECT_EQ(recordsOfFileEdit("zelk__photo", "korvan::photo"), 1u);
 }
 
 TEST(SilentEdit, OfUnknownParametersOnlyRedrawsTheTile)
